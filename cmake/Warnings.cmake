@@ -1,0 +1,9 @@
+# What every target of the project is compiled with.
+add_library(vxswf_flags INTERFACE)
+target_compile_options(vxswf_flags INTERFACE
+  -Wall -Wextra -Wconversion -Wshadow -Woverloaded-virtual
+  # A fused multiply-add rounds once where the format's arithmetic rounds twice.
+  -ffp-contract=off)
+if(VXSWF_WERROR)
+  target_compile_options(vxswf_flags INTERFACE -Werror)
+endif()
