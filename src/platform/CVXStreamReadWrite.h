@@ -5,8 +5,8 @@
 
 #include "platform/IVXStream.h"
 
-/// A stream over memory of its own or over a file. Files are buffered, so that a word written is not a system call;
-/// `Flush`, `Close` and destruction bring the buffer out. A new stream reads.
+/// A stream over memory of its own or over a file. Files are buffered, so that a word written is not a system
+/// call; `Flush`, `Close` and destruction bring the buffer out. A new stream reads.
 ///
 /// Offsets go up to 2^32 − 1; `Seek` takes a signed int, so a target beyond 2^31 − 1 is reached in steps.
 class VXPLATFORM_API CVXStreamReadWrite : public IVXReadWriteStream {
@@ -20,8 +20,8 @@ public:
     CVXStreamReadWrite();
     /// A stream in memory that starts with a copy of `size` bytes, positioned at 0.
     CVXStreamReadWrite(const void* data, std::size_t size);
-    /// A stream over the file `path`, in the system's own encoding of file names. `Open` answers 0 when the file could
-    /// not be opened; every other operation then behaves as on an empty stream that takes no data.
+    /// A stream over the file `path`, in the system's own encoding of file names. `Open` answers 0 when the
+    /// file could not be opened; every other operation then behaves as on an empty stream that takes no data.
     CVXStreamReadWrite(const char* path, FileAccess access);
     /// Takes over an open file descriptor that can seek, at the start of its file, and closes it in the end.
     explicit CVXStreamReadWrite(int descriptor);

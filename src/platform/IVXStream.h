@@ -21,12 +21,12 @@ enum VXStreamState : int {
     kVXStreamFailed = 2,  ///< the medium reported an error; `Seek` and `SetMode` clear it
 };
 
-/// The host's byte stream. A stream has one direction at a time, its mode, and one position that both directions
-/// share. Every `Xfer` operation moves bytes in the direction of the mode: into the arguments while reading, out of
-/// them while writing. Integers are little-endian unless swapping is on.
+/// The host's byte stream. A stream has one direction at a time, its mode, and one position that both
+/// directions share. Every `Xfer` operation moves bytes in the direction of the mode: into the arguments
+/// while reading, out of them while writing. Integers are little-endian unless swapping is on.
 ///
-/// `XferByte` answers how many bytes it moved. The typed transfers answer 1 when the whole value was moved and 0
-/// otherwise; a value that could not be read whole is left as it was.
+/// `XferByte` answers how many bytes it moved. The typed transfers answer 1 when the whole value was moved
+/// and 0 otherwise; a value that could not be read whole is left as it was.
 ///
 /// The operations stand in the order that hosts rely on.
 class VXPLATFORM_API IVXStream {
@@ -63,8 +63,8 @@ public:
     /// A remark for streams that people read; others drop it.
     virtual void Comment(const char* text) = 0;
 
-    /// Answers 1, or 0 for a target before the start or an unknown origin, which leaves the position as it was. A
-    /// target behind the end is allowed: a write there fills the gap with zeros.
+    /// Answers 1, or 0 for a target before the start or an unknown origin, which leaves the position as it
+    /// was. A target behind the end is allowed: a write there fills the gap with zeros.
     virtual int Seek(int offset, VXSeekFromWhere origin) = 0;
     /// Offset from the start, in bytes.
     virtual unsigned int Tell() = 0;
@@ -88,8 +88,8 @@ public:
     virtual void Destroy() = 0;
 };
 
-/// A stream that can be turned round at any time. Operations that must read back what they wrote ask for this one by
-/// a dynamic cast.
+/// A stream that can be turned round at any time. Operations that must read back what they wrote ask for this
+/// one by a dynamic cast.
 class VXPLATFORM_API IVXReadWriteStream : public IVXStream {
 public:
     ~IVXReadWriteStream() override;

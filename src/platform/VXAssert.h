@@ -5,9 +5,10 @@
 /// Takes one finished message, without a line end. It may be called from any thread that uses the library.
 using VXAssertHandler = void (*)(const char* message);
 
-/// Reports a fault to the host; `format` is that of printf. It does not stop the operation that found the fault.
+/// Reports a fault to the host; `format` is that of printf. It does not stop the operation that found the
+/// fault.
 VXPLATFORM_API void VXAssertFail(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
-/// Sends messages to `handler` from now on, and returns the handler that was in force. Null restores the default,
-/// which writes one line to standard error.
+/// Sends messages to `handler` from now on, and returns the handler that was in force. Null restores the
+/// default, which writes one line to standard error.
 VXPLATFORM_API VXAssertHandler VXSetAssertHandler(VXAssertHandler handler);

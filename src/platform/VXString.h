@@ -14,13 +14,14 @@ enum VXCharEncodingType : int {
 
 /// Text as a sequence of 16-bit units, UTF-16 where it is well-formed, with UTF-8 at the edges.
 ///
-/// Decoding loses nothing: a byte that is not part of valid UTF-8 becomes the single unit U+DC80 to U+DCFF with that
-/// byte in its low eight bits, and `GetUTF8String` turns such a unit back into the byte. Old movies keep their names in
-/// 8-bit code pages, and come through unchanged that way. Characters beyond the Basic Multilingual Plane are two units
-/// and four bytes. A surrogate that has lost its partner, and is not such a byte, encodes to the three bytes of its
-/// value.
+/// Decoding loses nothing: a byte that is not part of valid UTF-8 becomes the single unit U+DC80 to U+DCFF
+/// with that byte in its low eight bits, and `GetUTF8String` turns such a unit back into the byte. Old movies
+/// keep their names in 8-bit code pages, and come through unchanged that way. Characters beyond the Basic
+/// Multilingual Plane are two units and four bytes. A surrogate that has lost its partner, and is not such a
+/// byte, encodes to the three bytes of its value.
 ///
-/// An empty string owns nothing and takes the size of one pointer, since nearly every tag of a movie holds some.
+/// An empty string owns nothing and takes the size of one pointer, since nearly every tag of a movie holds
+/// some.
 class VXPLATFORM_API VXString {
 public:
     using value_type = char16_t;

@@ -11,20 +11,20 @@ struct VXRect {
     VXReal bottom = 0.0;
 };
 
-/// Result of an operation: 0 is good, anything else says what failed. Codes pass through unchanged from whoever found
-/// the fault, so a value without a name here is possible.
-enum [[nodiscard]] VXErrorCodeEnum : int {
+/// Result of an operation: 0 is good, anything else says what failed. Codes pass through unchanged from
+/// whoever found the fault, so a value without a name here is possible.
+enum [[nodiscard]] VXErrorCodeEnum : int{
     kVXSuccess = 0,
     kVXFailure = 1,             ///< data ended early, a write did not fit, or an argument was null
     kVXCompressionFailed = 44,  ///< a movie's body could not be deflated on its way out
 };
 
 /// Leaves the current function with the code of a step that failed.
-#define VX_RETURN_IF_FAILED(step)                                         \
-    do {                                                                  \
+#define VX_RETURN_IF_FAILED(step)                                          \
+    do {                                                                   \
         if (const VXErrorCodeEnum vxCode = (step); vxCode != kVXSuccess) { \
-            return vxCode;                                                \
-        }                                                                 \
+            return vxCode;                                                 \
+        }                                                                  \
     } while (false)
 
 /// Drops a result on purpose; the reason stands beside the call.

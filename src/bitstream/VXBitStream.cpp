@@ -1,0 +1,344 @@
+#include "bitstream/VXBitStream.h"
+
+#include <algorithm>
+#include <bit>
+#include <climits>
+#include <cmath>
+#include <cstdlib>
+#include <string>
+
+#include "bitstream/VXStreamTransfer_p.h"
+
+static_assert(std::endian::native == std::endian::little, "fields are copied as they lie on the wire");
+
+namespace {
+
+constexpr unsigned int kGrowthStep = 512;
+constexpr unsigned int kRunAhead = 65536;
+
+unsigned int Magnitude(int value) {
+    const auto bits = static_cast<unsigned int>(value);
+    return value < 0 ? 0u - bits : bits;
+}
+
+}  // namespace
+
+VXBitStream::VXBitStream(const VXBitStream& other) { *this = other; }
+
+VXBitStream& VXBitStream::operator=(const VXBitStream& other) {
+    if (this == &other) return *this;
+    FreeBuffer();
+    m_Buffer = other.m_Buffer;
+    m_Size = other.m_Size;
+    m_Capacity = other.m_Capacity;
+    m_Position = other.m_Position;
+    m_BitBuffer = other.m_BitBuffer;
+    m_BitCount = other.m_BitCount;
+    m_Attached = other.m_Buffer != nullptr ? short{1} : other.m_Attached;
+    m_Reserved = other.m_Reserved;
+    m_Stream = other.m_Stream;
+    m_CompressionStream = other.m_CompressionStream;
+    return *this;
+}
+
+VXBitStream::~VXBitStream() { FreeBuffer(); }
+
+void VXBitStream::FreeBuffer() {
+    if (m_Attached == 0) std::free(m_Buffer);
+    m_Buffer = nullptr;
+    m_Size = m_Capacity = m_Reserved = 0;
+    m_Attached = 0;
+}
+
+void VXBitStream::Clean() {
+    FreeBuffer();
+    m_Position = 0;
+}
+
+short VXBitStream::EnsureSize(unsigned int size) {
+    if (size > m_Capacity && !Grow(size)) return 0;
+    ZeroUpTo(size);
+    return m_Buffer != nullptr || size == 0 ? 1 : 0;
+}
+
+/// Makes the capacity reach `size`, by the rule that `EnsureSize` states, and leaves the size alone.
+bool VXBitStream::Grow(unsigned int size) {
+    if (m_Attached != 0) return false;
+    std::uint64_t capacity = size;
+    if (size - m_Capacity < kGrowthStep) capacity = std::uint64_t{m_Capacity} + kGrowthStep;
+    if (capacity > UINT_MAX) return false;
+    return Allocate(static_cast<unsigned int>(capacity));
+}
+
+bool VXBitStream::Allocate(unsigned int capacity) {
+    if (capacity > m_Reserved) {
+        const std::uint64_t ahead = m_Reserved >= kRunAhead ? std::uint64_t{m_Reserved} * 3 / 2 : 0;
+        unsigned int reserve =
+            std::max(capacity, static_cast<unsigned int>(std::min<std::uint64_t>(ahead, UINT_MAX)));
+        void* block = std::realloc(m_Buffer, reserve);
+        if (block == nullptr && reserve > capacity) {
+            reserve = capacity;
+            block = std::realloc(m_Buffer, reserve);
+        }
+        if (block == nullptr) {
+            FreeBuffer();
+            return false;
+        }
+        m_Buffer = static_cast<unsigned char*>(block);
+        m_Reserved = reserve;
+    }
+    m_Capacity = capacity;
+    // A position that an inflate or a failed allocation left behind the size must not uncover what lies
+    // between.
+    if (m_Position > m_Size) std::memset(m_Buffer + m_Size, 0, std::min(m_Position, m_Capacity) - m_Size);
+    return true;
+}
+
+/// Raises the size; what that uncovers is zero.
+void VXBitStream::ZeroUpTo(unsigned int size) {
+    if (size <= m_Size) return;
+    std::memset(m_Buffer + m_Size, 0, size - m_Size);
+    m_Size = size;
+}
+
+/// Lets `count` bytes be stored at the position.
+bool VXBitStream::MakeRoom(unsigned int count) {
+    const std::uint64_t end = std::uint64_t{m_Position} + count;
+    if (end > UINT_MAX) return false;
+    if (end <= m_Capacity) return true;
+    return Grow(static_cast<unsigned int>(end));
+}
+
+unsigned int VXBitStream::GetSize() const {
+    if (m_Stream == nullptr) return m_Size;
+    const unsigned int here = m_Stream->Tell();
+    const unsigned int size = VXSeekToEnd(*m_Stream);
+    VXSeekTo(*m_Stream, here);
+    return size;
+}
+
+short VXBitStream::LoadFromStream(IVXStream* stream) {
+    Clean();
+    if (stream == nullptr) return 0;
+    const unsigned int length = VXSeekToEnd(*stream);
+    stream->Seek(0, kVXSeekFromStart);
+    if (length > 0 && !Grow(length)) return 0;
+    if (length > 0 && VXTransfer(*stream, m_Buffer, length) != length) return 0;
+    m_Size = length;
+    return 1;
+}
+
+void VXBitStream::LoadFromAllocedMem(const unsigned char* data, unsigned int length) {
+    FreeBuffer();
+    // Borrowed bytes are written only where the borrower writes to the stream.
+    m_Buffer = const_cast<unsigned char*>(data);
+    m_Size = m_Capacity = data == nullptr ? 0 : length;
+    m_Position = 0;
+    m_Attached = 1;
+}
+
+short VXBitStream::DumpToStream(IVXStream* stream) {
+    VXIgnore(FlushBits());  // bits that find no room are lost, as everywhere
+    if (stream == nullptr || m_Size > INT_MAX) return 0;
+    return stream->XferByte(m_Buffer, static_cast<int>(m_Size)) == static_cast<int>(m_Size) ? 1 : 0;
+}
+
+unsigned int VXBitStream::GetPosition() const { return m_Stream != nullptr ? m_Stream->Tell() : m_Position; }
+
+short VXBitStream::SetPosition(unsigned int position) {
+    if (m_Stream != nullptr) {
+        VXSeekTo(*m_Stream, position);
+        return 1;
+    }
+    if (position > m_Capacity && EnsureSize(position) == 0) return 0;
+    ZeroUpTo(position);
+    m_Position = position;
+    return 1;
+}
+
+short VXBitStream::MovePosition(int delta) {
+    const std::int64_t target = std::int64_t{GetPosition()} + delta;
+    if (target < 0 || target > UINT_MAX) return 0;
+    return SetPosition(static_cast<unsigned int>(target));
+}
+
+VXErrorCodeEnum VXBitStream::Read(void* target, unsigned int& length) {
+    const bool nothing = IsAtEnd();
+    length = ReadUpTo(target, length);
+    return nothing ? kVXFailure : kVXSuccess;
+}
+
+unsigned int VXBitStream::ReadUpTo(void* target, unsigned int length) {
+    const unsigned int count = std::min(length, GetRemaining());
+    if (count != 0) std::memcpy(target, m_Buffer + m_Position, count);
+    m_Position += count;
+    return count;
+}
+
+VXErrorCodeEnum VXBitStream::ReadVXInt32(int& value) {
+    unsigned int bits = 0;
+    VXIgnore(ReadDWord(bits));  // what is missing counts as zero here
+    value = static_cast<int>(bits);
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXBitStream::Write(const void* data, const unsigned int& length) {
+    const unsigned int count = length;
+    return WriteAway(data, count);
+}
+
+VXErrorCodeEnum VXBitStream::WriteAway(const void* data, unsigned int length) {
+    const auto* bytes = static_cast<const unsigned char*>(data);
+    if (m_Stream != nullptr) {
+        // The interface lends its bytes without a promise; a stream that writes only reads them. What it
+        // could not take shows in its own state.
+        if (length != 0) VXTransfer(*m_Stream, const_cast<unsigned char*>(bytes), length);
+        return kVXSuccess;
+    }
+    const auto start = reinterpret_cast<std::uintptr_t>(m_Buffer);
+    const auto from = reinterpret_cast<std::uintptr_t>(bytes);
+    const bool isOwn = m_Buffer != nullptr && from >= start && from - start < m_Capacity;
+    if (!MakeRoom(length)) return kVXFailure;
+    if (isOwn) bytes = m_Buffer + (from - start);
+    if (length != 0) std::memmove(m_Buffer + m_Position, bytes, length);
+    m_Position += length;
+    m_Size = std::max(m_Size, m_Position);
+    return kVXSuccess;
+}
+
+/// The end of the data, and fields of more than 32 bits.
+VXErrorCodeEnum VXBitStream::ReadBitsSlowly(unsigned int count, unsigned int& value) {
+    if (count <= m_BitCount) {
+        m_BitCount -= count;
+        value = m_BitBuffer >> m_BitCount;
+        m_BitBuffer &= (1u << m_BitCount) - 1;
+        return kVXSuccess;
+    }
+    value = m_BitBuffer;
+    for (unsigned int need = count - m_BitCount; need != 0;) {
+        DropBits();
+        if (IsAtEnd()) return kVXFailure;
+        const unsigned int byte = m_Buffer[m_Position++];
+        const unsigned int take = std::min(need, 8u);
+        need -= take;
+        value = (value << take) | (byte >> (8 - take));
+        m_BitCount = 8 - take;
+        m_BitBuffer = byte & ((1u << m_BitCount) - 1);
+    }
+    return kVXSuccess;
+}
+
+/// A byte that finds no room is lost.
+void VXBitStream::PutBitByte(unsigned char value) { VXIgnore(WriteAway(&value, 1)); }
+
+void VXBitStream::RepeatBits(unsigned int bit, unsigned int count) {
+    while (count != 0) {
+        const unsigned int chunk = std::min(count, 16u);
+        VXIgnore(WriteBits(bit != 0 ? (1u << chunk) - 1 : 0u, chunk));  // no write of bits reports a failure
+        count -= chunk;
+    }
+}
+
+VXErrorCodeEnum VXBitStream::WriteSBits(int value, unsigned int count) {
+    if (count == 0) return kVXSuccess;
+    const unsigned int sign = value < 0 ? 1 : 0;
+    VX_RETURN_IF_FAILED(WriteBits(sign, 1));
+    auto rest = static_cast<unsigned int>(value);
+    if (count <= 32 && sign != 0) rest += 1u << (count - 1);
+    if (count > 33) RepeatBits(sign, count - 33);
+    return WriteBits(rest, std::min(count - 1, 32u));
+}
+
+VXErrorCodeEnum VXBitStream::WriteFixed(float value) {
+    // What a 32-bit conversion of the processor gives for a value that it cannot hold.
+    const bool fits = value >= -2147483648.0f && value < 2147483648.0f;
+    const int whole = fits ? static_cast<int>(value) : INT_MIN;
+    float rest = value - static_cast<float>(whole);
+    unsigned int fraction = 0;
+    for (int bit = 15; bit >= 0; --bit) {
+        rest *= 2.0f;
+        if (rest >= 1.0f) {
+            fraction |= 1u << bit;
+            rest -= 1.0f;
+        }
+    }
+    VXIgnore(WriteWord(static_cast<unsigned short>(fraction)));  // bytes that find no room are lost
+    VXIgnore(WriteWord(static_cast<unsigned short>(static_cast<unsigned int>(whole))));
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXBitStream::ReadVXString(VXString& text, unsigned int length) {
+    DropBits();
+    const unsigned int remaining = GetRemaining();
+    if (remaining < length) {
+        m_Position += remaining;
+        return kVXFailure;
+    }
+    if (length == 0) {
+        text.clear();
+        return kVXSuccess;
+    }
+    text = VXString(reinterpret_cast<const char*>(m_Buffer + m_Position), length);
+    m_Position += length;
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXBitStream::ReadVXString(VXString& text) {
+    text.clear();
+    DropBits();
+    const unsigned int streamStart = m_Stream != nullptr ? m_Stream->Tell() : 0;
+    const unsigned int remaining = GetRemaining();
+    const void* nul = remaining == 0 ? nullptr : std::memchr(m_Buffer + m_Position, 0, remaining);
+    if (m_Stream != nullptr) {
+        // The way back to the start goes to the output stream, so the buffer stays behind what was scanned.
+        m_Position += nul == nullptr ? remaining
+                                     : static_cast<unsigned int>(static_cast<const unsigned char*>(nul) -
+                                                                 (m_Buffer + m_Position)) +
+                                           1;
+        VXSeekTo(*m_Stream, streamStart);
+        return ReadVXString(text, remaining + 1);
+    }
+    if (nul == nullptr) {
+        m_Position += remaining;
+        return kVXFailure;
+    }
+    const auto count =
+        static_cast<unsigned int>(static_cast<const unsigned char*>(nul) - (m_Buffer + m_Position));
+    return ReadVXString(text, count + 1);
+}
+
+VXErrorCodeEnum VXBitStream::WriteVXString(const VXString& text) {
+    if (!text.empty()) {
+        const std::string bytes = text.GetUTF8String();
+        const auto count = static_cast<unsigned int>(std::min(text.length(), bytes.size()));
+        VXIgnore(WriteAway(bytes.data(), count));  // bytes that find no room are lost
+    }
+    VXIgnore(WriteByte(0));
+    return kVXSuccess;
+}
+
+unsigned int VXBitStream::FindNBitsUnsigned(unsigned int value) {
+    return static_cast<unsigned int>(std::bit_width(value & 0x7FFFFFFFu));
+}
+
+unsigned int VXBitStream::FindNBitsSigned(int value) {
+    return value == 0 ? 0 : FindNBitsUnsigned(Magnitude(value)) + 1;
+}
+
+unsigned int VXBitStream::FindMaxNBitsUnsigned(unsigned int current, unsigned int value) {
+    return std::max(current, FindNBitsUnsigned(value));
+}
+
+int VXBitStream::FindMaxNBitsSigned(int current, int value) {
+    return std::max(current, static_cast<int>(FindNBitsSigned(value)));
+}
+
+unsigned int VXBitStream::MinBits(unsigned int value, short isSigned) {
+    if (value == 0) return 0;
+    const unsigned int bits = value >= 0x80000000u ? 33 : static_cast<unsigned int>(std::bit_width(value));
+    return bits + (isSigned != 0 ? 1 : 0);
+}
+
+unsigned int VXBitStream::MaxSNum4(int a, int b, int c, int d) {
+    return std::max({Magnitude(a), Magnitude(b), Magnitude(c), Magnitude(d)});
+}

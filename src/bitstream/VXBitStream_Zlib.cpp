@@ -1,0 +1,204 @@
+#include <zlib.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <memory>
+#include <new>
+
+#include "bitstream/VXBitStream.h"
+#include "bitstream/VXStreamTransfer_p.h"
+#include "platform/VXAssert.h"
+
+namespace {
+
+constexpr int kBlockLevel = 6;
+constexpr int kMovieLevel = 9;
+constexpr unsigned int kChunkSize = 1048576;
+
+// Deflate spends at least two bits on a match of at most 258 bytes, and zlib states the bound as 1032 to 1.
+constexpr std::uint64_t kMostInflation = 1032;
+
+/// A deflating zlib stream that ends on every way out.
+class Deflater {
+public:
+    explicit Deflater(int level) : m_IsGood(deflateInit(&m_Stream, level) == Z_OK) {}
+    ~Deflater() {
+        if (m_IsGood) deflateEnd(&m_Stream);
+    }
+    Deflater(const Deflater&) = delete;
+    Deflater& operator=(const Deflater&) = delete;
+
+    bool IsGood() const { return m_IsGood; }
+    void SetInput(unsigned char* data, unsigned int length) {
+        m_Stream.next_in = data;
+        m_Stream.avail_in = length;
+    }
+    /// Answers how much of the room is used; zlib's own code goes to `code`.
+    unsigned int Run(unsigned char* room, unsigned int length, int flush, int& code) {
+        m_Stream.next_out = room;
+        m_Stream.avail_out = length;
+        code = deflate(&m_Stream, flush);
+        return length - m_Stream.avail_out;
+    }
+
+private:
+    z_stream m_Stream{};
+    bool m_IsGood;
+};
+
+std::unique_ptr<unsigned char[]> NewBytes(std::uint64_t size) {
+    return std::unique_ptr<unsigned char[]>(new (std::nothrow) unsigned char[size]);
+}
+
+/// Turns a destination into a writer where it can be turned, and goes to its start.
+void PrepareTarget(IVXStream& target) {
+    if (auto* both = dynamic_cast<IVXReadWriteStream*>(&target)) both->SetMode(IVXStream::kWrite);
+    target.Seek(0, kVXSeekFromStart);
+}
+
+}  // namespace
+
+unsigned char* VXBitStream::CallCompress(const unsigned char* data, unsigned int length,
+                                         unsigned int& outLength) {
+    // Kept: the estimate wraps with 32 bits, so more than 400 MB may be refused.
+    const unsigned int estimate = length + 12 + length * 10 / 100;
+    outLength = 0;
+    Deflater deflater(kBlockLevel);
+    std::unique_ptr<unsigned char[]> room = NewBytes(estimate);
+    if (!deflater.IsGood() || room == nullptr) return nullptr;
+    unsigned char nothing = 0;
+    deflater.SetInput(length == 0 ? &nothing : const_cast<unsigned char*>(data), length);
+    int code = Z_OK;
+    const unsigned int used = deflater.Run(room.get(), estimate, Z_FINISH, code);
+    if (code != Z_STREAM_END) return nullptr;
+    outLength = used;
+    return room.release();
+}
+
+short VXBitStream::Compress(unsigned int offset, short returnBuffer, unsigned char** outData,
+                            unsigned int* outLength) {
+    if (m_Stream != nullptr) return CompressStream(offset);
+    unsigned int length = 0;
+    std::unique_ptr<unsigned char[]> deflated;
+    if (m_Size >= offset) {
+        deflated.reset(
+            CallCompress(m_Buffer == nullptr ? nullptr : m_Buffer + offset, m_Size - offset, length));
+    }
+    if (deflated == nullptr) {
+        VXAssertFail("compress2 returned failure");
+        return 0;
+    }
+    if (returnBuffer != 0 && outData != nullptr && outLength != nullptr) {
+        *outData = deflated.release();
+        *outLength = length;
+        return 1;
+    }
+    Clean();
+    const std::uint64_t size = std::uint64_t{length} + offset;
+    if (size > UINT_MAX || EnsureSize(static_cast<unsigned int>(size)) == 0) return 0;
+    std::memcpy(m_Buffer + offset, deflated.get(), length);
+    return 1;
+}
+
+short VXBitStream::CompressStream(unsigned int offset) {
+    auto* source = dynamic_cast<IVXReadWriteStream*>(m_Stream);
+    if (source == nullptr || m_CompressionStream == nullptr) return 0;
+    IVXStream& target = *m_CompressionStream;
+    const unsigned int size = GetSize();
+    if (size < offset) return 0;
+    const unsigned int bodyLength = size - offset;
+    const std::unique_ptr<unsigned char[]> bytes = NewBytes(std::max(offset, bodyLength));
+    if (bytes == nullptr) return 0;
+    PrepareTarget(target);
+    source->SetMode(IVXStream::kRead);
+    source->Seek(0, kVXSeekFromStart);
+    VXTransfer(target, bytes.get(), VXTransfer(*source, bytes.get(), offset));
+    const unsigned int count = VXTransfer(*source, bytes.get(), bodyLength);
+    std::memset(bytes.get() + count, 0, bodyLength - count);
+    unsigned int length = 0;
+    const std::unique_ptr<unsigned char[]> deflated(CallCompress(bytes.get(), bodyLength, length));
+    if (deflated == nullptr) {
+        VXAssertFail("compress2 returned failure");
+        return 0;
+    }
+    VXTransfer(target, deflated.get(), length);
+    return 1;
+}
+
+short VXBitStream::UnCompress(unsigned int offset, unsigned int fullSize) {
+    if (fullSize < offset || m_Size < offset || m_Buffer == nullptr) {
+        VXAssertFail("compress2 returned failure");
+        return 0;
+    }
+    const unsigned int compressedLength = m_Size - offset;
+    const std::uint64_t most = compressedLength * kMostInflation + 64;
+    uLongf destLength = static_cast<uLongf>(std::min<std::uint64_t>(fullSize - offset, most));
+    // Kept: the size counts 8 bytes for the header, whatever the offset. The block holds that many too.
+    constexpr unsigned int kHeader = 8;
+    auto* block = static_cast<unsigned char*>(std::malloc(std::max(offset, kHeader) + destLength));
+    if (block == nullptr) return 0;
+    if (uncompress(block + offset, &destLength, m_Buffer + offset, compressedLength) != Z_OK) {
+        VXAssertFail("compress2 returned failure");
+        std::free(block);
+        return 0;
+    }
+    const std::uint64_t size = std::uint64_t{destLength} + kHeader;
+    const std::uint64_t used = std::uint64_t{destLength} + offset;
+    if (size > UINT_MAX) {
+        std::free(block);
+        return 0;
+    }
+    // A header may have claimed more than there was.
+    if (void* cut = std::realloc(block, std::max(size, used)); cut != nullptr) {
+        block = static_cast<unsigned char*>(cut);
+    }
+    if (used < size) std::memset(block + used, 0, size - used);
+    std::memcpy(block, m_Buffer, offset);
+    FreeBuffer();
+    m_Buffer = block;
+    m_Position = offset;
+    m_Size = m_Capacity = static_cast<unsigned int>(size);
+    m_Reserved = static_cast<unsigned int>(std::max(size, used));
+    return 1;
+}
+
+short VXBitStream::StreamedCompress(unsigned int offset) {
+    if (m_Stream == nullptr) {
+        VXAssertFail("StreamedCompress called with NULL m_Stream");
+        return 1;
+    }
+    auto* source = dynamic_cast<IVXReadWriteStream*>(m_Stream);
+    if (source == nullptr || m_CompressionStream == nullptr) return 0;
+    IVXStream& target = *m_CompressionStream;
+    const std::unique_ptr<unsigned char[]> input = NewBytes(std::max(kChunkSize, offset));
+    const std::unique_ptr<unsigned char[]> output = NewBytes(kChunkSize);
+    if (input == nullptr || output == nullptr) return 0;
+    PrepareTarget(target);
+    source->SetMode(IVXStream::kRead);
+    source->Seek(0, kVXSeekFromStart);
+    if (VXTransfer(*source, input.get(), offset) != offset) return 0;
+    VXTransfer(target, input.get(), offset);
+    Deflater deflater(kMovieLevel);
+    if (!deflater.IsGood()) {
+        VXAssertFail("deflateInit returned failure");
+        return 0;
+    }
+    int flush = Z_NO_FLUSH;
+    do {
+        const unsigned int count = VXTransfer(*source, input.get(), kChunkSize);
+        if (count == 0) {
+            VXAssertFail("Error reading input Stream for compression");
+            return 0;
+        }
+        flush = source->GetStreamState() == kVXStreamAtEnd ? Z_FINISH : Z_NO_FLUSH;
+        deflater.SetInput(input.get(), count);
+        unsigned int used = 0;
+        do {
+            int code = Z_OK;  // the end of the source decides, not what deflate answers
+            used = deflater.Run(output.get(), kChunkSize, flush, code);
+            if (VXTransfer(target, output.get(), used) != used) return 0;
+        } while (used == kChunkSize);
+    } while (flush != Z_FINISH);
+    return 1;
+}

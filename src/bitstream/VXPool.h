@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+
+#include "platform/VXExport.h"
+
+/// Storage for small objects that come by the hundred thousand: tags, list nodes, short bodies, records. A
+/// block of the general allocator carries a header of its own and starts at a multiple of 16; a block from
+/// here carries nothing and comes at a multiple of 8, side by side with its neighbours of the same size.
+/// Sizes above `kLargest` go to the general allocator.
+///
+/// Pages whose blocks are all free again are kept for the next load up to a small reserve, and given back to
+/// the system beyond it. Any thread may free what another allocated. Builds with AddressSanitizer pass every
+/// block through to the general allocator, so that a use after the end is still found.
+class VXSWF_API VXPool {
+public:
+    static constexpr std::size_t kLargest = 512;
+
+    /// Throws std::bad_alloc when there is no memory, and nothing else.
+    [[nodiscard]] static void* Allocate(std::size_t size);
+    /// `size` must be the one that was asked for. Null is ignored.
+    static void Free(void* block, std::size_t size) noexcept;
+};
+
+/// A base that places objects made with `new`, a host's included, in the pool. A class with subclasses needs
+/// a virtual destructor, so that `delete` tells the right size.
+class VXPooled {
+public:
+    static void* operator new(std::size_t size) { return VXPool::Allocate(size); }
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void operator delete(void* block, std::size_t size) noexcept { VXPool::Free(block, size); }
+    static void operator delete(void*, void*) noexcept {}
+};
+
+/// Puts the nodes of a standard container in the pool.
+template <typename T>
+class VXPoolAllocator {
+public:
+    using value_type = T;
+
+    VXPoolAllocator() = default;
+    template <typename U>
+    VXPoolAllocator(const VXPoolAllocator<U>&) noexcept {}
+
+    T* allocate(std::size_t count) {
+        static_assert(alignof(T) <= 8, "blocks of the pool lie at multiples of 8");
+        return static_cast<T*>(VXPool::Allocate(count * sizeof(T)));
+    }
+    void deallocate(T* block, std::size_t count) noexcept { VXPool::Free(block, count * sizeof(T)); }
+
+    friend bool operator==(const VXPoolAllocator&, const VXPoolAllocator&) { return true; }
+};

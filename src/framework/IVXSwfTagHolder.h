@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/VXExport.h"
+
+class VXSwfTag;
+
+/// What takes tags: a movie or a sprite.
+class VXSWF_API IVXSwfTagHolder {
+public:
+    virtual ~IVXSwfTagHolder() = default;
+    /// Takes over `tag` and puts it before the end of frame `frame`: 1 and up count ShowFrame tags, 0 is the
+    /// very start, −1 the very end.
+    virtual void IncludeTag(VXSwfTag* tag, int frame) = 0;
+};

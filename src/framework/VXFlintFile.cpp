@@ -1,0 +1,191 @@
+#include "framework/VXFlintFile.h"
+
+#include <algorithm>
+#include <climits>
+#include <iterator>
+
+#include "framework/VXSwfTag.h"
+#include "graphics/VXTwips.h"
+#include "platform/CVXTempFileStreamReadWrite.h"
+#include "timeline/VXSwfFileAttributesTag.h"
+
+namespace {
+
+constexpr unsigned int kPlainHeaderSize = 8;
+constexpr unsigned int kLengthOffset = 4;
+constexpr unsigned int kEndTagSize = 2;
+
+}  // namespace
+
+VXFlintFile::VXFlintFile()
+    : m_EndTag(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_END, 0, 0),
+               &VXSwfTagFactory::DeleteTag) {}
+
+VXFlintFile::VXFlintFile(const VXFlintFile& other) = default;
+
+VXFlintFile& VXFlintFile::operator=(const VXFlintFile& other) = default;
+
+VXFlintFile::~VXFlintFile() = default;
+
+VXErrorCodeEnum VXFlintFile::LoadFromStream(VXBitStream& in) {
+    VX_RETURN_IF_FAILED(LoadHdrFromStream(in));
+    return LoadFromStream(in, m_Version);
+}
+
+VXErrorCodeEnum VXFlintFile::LoadFromStream(IVXStream* stream) {
+    if (stream == nullptr) return kVXFailure;
+    VXBitStream in;
+    // A stream that could not be read whole leaves an empty buffer, and the header fails on that.
+    in.LoadFromStream(stream);
+    if (LoadHdrFromStream(in) != kVXSuccess) return kVXFailure;
+    return LoadFromStream(in, m_Version);
+}
+
+VXErrorCodeEnum VXFlintFile::LoadHdrFromStream(VXBitStream& in) {
+    unsigned char signature[3] = {};
+    unsigned int count = sizeof signature;
+    VX_RETURN_IF_FAILED(in.Read(signature, count));
+    std::copy(std::begin(signature), std::end(signature), m_Signature);
+    if (m_Signature[0] != 'C' && m_Signature[0] != 'F') return kVXFailure;
+    if (m_Signature[1] != 'W' || m_Signature[2] != 'S') return kVXFailure;
+    VX_RETURN_IF_FAILED(in.ReadByte(m_Version));
+    unsigned char length[4] = {};
+    count = sizeof length;
+    VX_RETURN_IF_FAILED(in.Read(length, count));
+    m_FileLength = length[0] | length[1] << 8 | length[2] << 16 | static_cast<unsigned int>(length[3]) << 24;
+    if (m_Signature[0] == 'C' && in.UnCompress(kPlainHeaderSize, m_FileLength) == 0) return kVXFailure;
+    VX_RETURN_IF_FAILED(m_FrameRect.LoadFromStream(in));
+    // Kept: the fraction of the frame rate, which comes first, is dropped.
+    unsigned char rate[2] = {};
+    count = sizeof rate;
+    VX_RETURN_IF_FAILED(in.Read(rate, count));
+    m_FrameRate = rate[1];
+    unsigned char frames[2] = {};
+    count = sizeof frames;
+    VX_RETURN_IF_FAILED(in.Read(frames, count));
+    m_FrameCount = static_cast<unsigned short>(frames[0] | frames[1] << 8);
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXFlintFile::DumpHdrToStream(VXBitStream& out) {
+    VX_RETURN_IF_FAILED(out.Write(m_Signature, static_cast<unsigned int>(sizeof m_Signature)));
+    VX_RETURN_IF_FAILED(out.WriteByte(m_Version));
+    VX_RETURN_IF_FAILED(out.WriteDWord(m_FileLength));
+    VX_RETURN_IF_FAILED(m_FrameRect.DumpToStream(out));
+    VX_RETURN_IF_FAILED(out.WriteWord(static_cast<unsigned short>(m_FrameRate << 8)));
+    return out.WriteWord(m_FrameCount);
+}
+
+VXErrorCodeEnum VXFlintFile::DumpEndTagToStream(VXBitStream& out) { return m_EndTag->DumpToStream(out); }
+
+VXErrorCodeEnum VXFlintFile::DumpToStream(VXBitStream& out) {
+    out.SetPosition(0);
+    VX_RETURN_IF_FAILED(DumpHdrToStream(out));
+    VX_RETURN_IF_FAILED(VXSwfTagSet::DumpToStream(out));
+    out.SetPosition(out.GetSize());
+    VXIgnore(DumpEndTagToStream(out));  // a movie without its end tag still loads
+    const unsigned int length = out.GetSize();
+    out.SetPosition(0);
+    out.MovePosition(kLengthOffset);
+    VXIgnore(out.WriteDWord(length));  // these bytes are there already
+    out.SetPosition(length);
+    if (m_Signature[0] != 'C') return kVXSuccess;
+    return out.StreamedCompress(kPlainHeaderSize) != 0 ? kVXSuccess : kVXCompressionFailed;
+}
+
+VXErrorCodeEnum VXFlintFile::DumpToStream(IVXStream* target) {
+    if (target == nullptr) return kVXFailure;
+    VXErrorCodeEnum result = kVXSuccess;
+    if (m_Signature[0] == 'C') {
+        CVXTempFileStreamReadWrite plain;
+        plain.SetMode(IVXStream::kWrite);
+        plain.Seek(0, kVXSeekFromStart);
+        VXBitStream out;
+        out.SetOutputStream(&plain);
+        out.SetCompressionStream(target);
+        result = DumpToStream(out);
+    } else {
+        VXBitStream out;
+        out.SetOutputStream(target);
+        result = DumpToStream(out);
+    }
+    target->SetEndOfStream();
+    return result;
+}
+
+VXErrorCodeEnum VXFlintFile::GetFrameInfoFromHeader(VXBitStream& in, unsigned int* frameCount,
+                                                    unsigned int* frameRate) {
+    VX_RETURN_IF_FAILED(LoadHdrFromStream(in));
+    if (frameCount != nullptr) *frameCount = m_FrameCount;
+    if (frameRate != nullptr) *frameRate = m_FrameRate;
+    return kVXSuccess;
+}
+
+void VXFlintFile::SetWidth(unsigned int width) {
+    m_FrameRect.XMin = 0.0;
+    m_FrameRect.XMax = width;
+}
+
+void VXFlintFile::SetHeight(unsigned int height) {
+    m_FrameRect.YMin = 0.0;
+    m_FrameRect.YMax = height;
+}
+
+unsigned int VXFlintFile::GetWidth() const {
+    return VXTruncateToUnsigned(m_FrameRect.XMax - m_FrameRect.XMin);
+}
+
+unsigned int VXFlintFile::GetHeight() const {
+    return VXTruncateToUnsigned(m_FrameRect.YMax - m_FrameRect.YMin);
+}
+
+VXErrorCodeEnum VXFlintFile::UpdateTagLists(VXSwfTag* tag) {
+    if (tag == nullptr) return kVXSuccess;
+    for (const enuTagType type : m_ListsToMaintain) {
+        if (type != tag->GetTagType()) continue;
+        std::shared_ptr<std::list<VXSwfTag*>>& list = m_TagLists[type];
+        if (list == nullptr) list = std::make_shared<std::list<VXSwfTag*>>();
+        list->push_back(tag);
+    }
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXFlintFile::SetListsTobeMaintained(std::list<enuTagType>& types) {
+    m_ListsToMaintain = types;
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXFlintFile::GetTagListOfType(enuTagType type, std::list<VXSwfTag*>** list) {
+    *list = m_TagLists[type].get();
+    return kVXSuccess;
+}
+
+unsigned char VXFlintFile::GetActionScriptVersion() const {
+    const TagIter tag = FindNthTagOfType(VXSwfTagFactory::TAG_FILEATTRIBUTES, 1);
+    if (tag == end()) return 2;
+    const auto* attributes = dynamic_cast<const VXSwfFileAttributesTag*>(*tag);
+    return attributes != nullptr && attributes->GetHasAS3() != 0 ? 3 : 2;
+}
+
+short VXFlintFile::CanSupportAS3Version() const {
+    if (GetNumTags() == 0 || GetActionScriptVersion() == 3) return 1;
+    return FindNthTagOfType(VXSwfTagFactory::TAG_DOACTION, 1) == end() ? 1 : 0;
+}
+
+VXFlintFile* VXFlintFile::Copy() {
+    auto copy = std::make_unique<VXFlintFile>();
+    VXBitStream wire;
+    const unsigned char signature = m_Signature[0];
+    m_Signature[0] = 'F';
+    const VXErrorCodeEnum dumped = DumpToStream(wire);  // a copy holds as much as came through
+    m_Signature[0] = signature == 'C' ? 'C' : 'F';
+    wire.SetPosition(0);
+    VXIgnore(copy->LoadFromStream(wire));
+    // Kept: the room for the copy is the length that this header states, so its end tag lies no earlier than
+    // that and its own length says so. The gap itself would only ever hold zeros, which nothing reads.
+    const std::uint64_t stated = std::uint64_t{m_FileLength} + kEndTagSize;
+    if (dumped == kVXSuccess && stated > wire.GetSize()) {
+        copy->m_FileLength = static_cast<unsigned int>(std::min<std::uint64_t>(stated, UINT_MAX));
+    }
+    return copy.release();
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "framework/VXSwfTag.h"
+
+/// A tag that defines no character.
+class VXSWF_API VXSwfControlTag : public VXSwfTag {
+public:
+    ~VXSwfControlTag() override;
+
+    /// Does nothing.
+    void SetCharacterId(unsigned short id) override;
+    /// Always 0.
+    unsigned short GetCharacterId() const override;
+    void UpdateReferenceIDs(VXFlintIDMap* map) override;
+
+protected:
+    explicit VXSwfControlTag(enuTagType type, short parsing = 1);
+    VXSwfControlTag(const VXSwfControlTag&) = default;
+    VXSwfControlTag& operator=(const VXSwfControlTag&) = default;
+
+    /// The common end of every dump: flushes `body`, lends it, and writes header and bytes to `out`. The tag
+    /// has the length of `body` afterwards, and the body kept from the load is in force again.
+    VXErrorCodeEnum DumpBody(VXBitStream& out, VXBitStream& body);
+};

@@ -1,0 +1,74 @@
+#include "framework/VXSwfDefinitionTag.h"
+
+#include <algorithm>
+#include <string>
+
+#include "framework/VXBodyScope_p.h"
+
+namespace {
+
+constexpr unsigned int kIdSize = 2;
+
+}  // namespace
+
+VXSwfDefinitionTag::VXSwfDefinitionTag(enuTagType type, short parsing) : VXSwfTag(type, parsing) {}
+
+VXSwfDefinitionTag::~VXSwfDefinitionTag() = default;
+
+VXErrorCodeEnum VXSwfDefinitionTag::LoadFromStream(VXBitStream& in) {
+    const VXErrorCodeEnum result = VXSwfTag::LoadFromStream(in);
+    const unsigned char* word = GetFirstWord();
+    if (word == nullptr) return result != kVXSuccess ? result : kVXFailure;
+    m_CharacterId = static_cast<unsigned short>(word[0] | word[1] << 8);
+    return result;
+}
+
+void VXSwfDefinitionTag::SetCharacterId(unsigned short id) { m_CharacterId = id; }
+
+unsigned short VXSwfDefinitionTag::GetCharacterId() const { return m_CharacterId; }
+
+void VXSwfDefinitionTag::GetTextInfo(VXString& text) {
+    VXSwfTag::GetTextInfo(text);
+    text += VXString((" - Id=" + std::to_string(GetCharacterId())).c_str());
+}
+
+unsigned char* VXSwfDefinitionTag::GetData() {
+    unsigned char* word = GetFirstWord();
+    return word == nullptr ? nullptr : word + kIdSize;
+}
+
+unsigned int VXSwfDefinitionTag::GetTagLen() {
+    const unsigned int length = VXSwfTag::GetTagLen();
+    return length < kIdSize ? 0 : length - kIdSize;
+}
+
+VXErrorCodeEnum VXSwfDefinitionTag::DumpToStream(VXBitStream& out, VXBitStream* body) {
+    VXBitStream own;
+    VXBitStream& whole = body != nullptr ? *body : own;
+    whole.SetPosition(0);
+    VX_RETURN_IF_FAILED(WriteCharacterID(whole));
+    if (body == nullptr) {
+        // The bytes are this function's own, so they are taken back before they go.
+        VX_RETURN_IF_FAILED(own.Write(GetBody(), std::min(VXSwfTag::GetTagLen(), GetBodySize())));
+        VXBodyScope scope(*this);
+        scope.Lend(own);
+        return DumpHdrAndData(out);
+    }
+    SetTagLen(whole.GetSize());
+    SetData(whole.GetBuffer());
+    VX_RETURN_IF_FAILED(DumpHdrAndData(out));
+    SetData(nullptr);
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfDefinitionTag::WriteCharacterID(VXBitStream& out) {
+    return out.WriteWord(GetCharacterId());
+}
+
+void VXSwfDefinitionTag::BeginBody(VXBitStream& body) { body.SetPosition(kIdSize); }
+
+VXErrorCodeEnum VXSwfDefinitionTag::DumpBody(VXBitStream& out, VXBitStream& body) {
+    VX_RETURN_IF_FAILED(body.FlushBits());
+    VXBodyScope scope(*this);
+    return DumpToStream(out, &body);
+}

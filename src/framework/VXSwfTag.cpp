@@ -1,0 +1,250 @@
+#include "framework/VXSwfTag.h"
+
+#include <algorithm>
+#include <climits>
+#include <string>
+
+#include "framework/VXFlintIDMap.h"
+#include "framework/VXSwfTagNames_p.h"
+#include "framework/VXSwfTagSet.h"
+
+/// One body that is lent, and the loan below it.
+struct VXSwfTag::Loan : VXPooled {
+    unsigned char* data;
+    Loan* below;
+};
+
+VXSwfTag::VXSwfTag(enuTagType type, short parsing) : m_TagType(type), m_Parsing(parsing) {}
+
+VXSwfTag::VXSwfTag(const VXSwfTag& other)
+    : m_TagType(other.m_TagType),
+      m_TagLen(other.m_TagLen),
+      m_Data(other.m_Data),
+      m_IsLongTag(other.m_IsLongTag),
+      m_Parsing(other.m_Parsing),
+      m_FLVersion(other.m_FLVersion) {}
+
+VXSwfTag& VXSwfTag::operator=(const VXSwfTag& other) {
+    m_TagType = other.m_TagType;
+    m_TagLen = other.m_TagLen;
+    m_Data = other.m_Data;
+    m_IsLongTag = other.m_IsLongTag;
+    m_Parsing = other.m_Parsing;
+    m_FLVersion = other.m_FLVersion;
+    return *this;
+}
+
+VXSwfTag::~VXSwfTag() {
+    while (m_DataStack != nullptr) SetData(nullptr);
+}
+
+VXErrorCodeEnum VXSwfTag::LoadFromStream(VXBitStream& in) {
+    unsigned short header = 0;
+    VX_RETURN_IF_FAILED(in.ReadWord(header));
+    m_TagType = static_cast<enuTagType>(header >> 6);
+    m_TagLen = header & 0x3Fu;
+    m_Data = VXByteBlock();
+    if (m_TagLen == kLongLength) {
+        m_IsLongTag = 1;
+        VX_RETURN_IF_FAILED(in.ReadDWord(m_TagLen));
+    }
+    if (m_TagLen == 0) return kVXSuccess;
+    m_TagLen = std::min(m_TagLen, in.GetRemaining());
+    if (m_TagLen == 0) return kVXFailure;
+    m_Data = VXByteBlock::Allocate(m_TagLen);
+    unsigned int count = m_TagLen;
+    VX_RETURN_IF_FAILED(in.Read(m_Data.GetBytes(), count));
+    VXBitStream fields = GetDataStream();
+    return LoadDataFromStream(fields);
+}
+
+VXErrorCodeEnum VXSwfTag::DumpToStream(VXBitStream& out) { return DumpHdrAndData(out); }
+
+VXErrorCodeEnum VXSwfTag::DumpHdrAndData(VXBitStream& out) {
+    VX_RETURN_IF_FAILED(DumpHdrToStream(out));
+    const unsigned char* body = GetBody();
+    return body == nullptr ? kVXSuccess : out.Write(body, std::min(m_TagLen, GetBodySize()));
+}
+
+VXErrorCodeEnum VXSwfTag::DumpHdrToStream(VXBitStream& out) {
+    const auto type = static_cast<unsigned short>(m_TagType << 6);
+    if (IsLongTag() == 0) return out.WriteWord(static_cast<unsigned short>(type | m_TagLen));
+    VX_RETURN_IF_FAILED(out.WriteWord(static_cast<unsigned short>(type | kLongLength)));
+    return out.WriteDWord(m_TagLen);
+}
+
+VXErrorCodeEnum VXSwfTag::GenerateTagHdr(unsigned char length, VXBitStream& out) {
+    return out.WriteWord(static_cast<unsigned short>(static_cast<unsigned int>(m_TagType) << 6 | length));
+}
+
+VXSwfTag* VXSwfTag::Copy() {
+    VXSwfTag* copy = VXSwfTagFactory::CreateTagOfType(m_TagType, 1, 0);
+    if (copy != nullptr) CopyThroughWire(*copy);
+    return copy;
+}
+
+void VXSwfTag::CopyThroughWire(VXSwfTag& copy) {
+    VXBitStream wire;
+    VXIgnore(DumpToStream(wire));  // a copy holds as much as came through
+    wire.SetPosition(0);
+    VXIgnore(copy.LoadFromStream(wire));
+}
+
+unsigned char* VXSwfTag::GetBody() const {
+    return m_DataStack != nullptr ? m_DataStack->data : m_Data.GetBytes();
+}
+
+unsigned int VXSwfTag::GetBodySize() const {
+    // Whoever lends a body sets the length to what it has.
+    return m_DataStack != nullptr ? m_TagLen : m_Data.GetSize();
+}
+
+unsigned char* VXSwfTag::GetFirstWord() const {
+    return std::min(m_TagLen, GetBodySize()) >= 2 ? GetBody() : nullptr;
+}
+
+void VXSwfTag::SetData(unsigned char* data) {
+    if (data != nullptr) {
+        auto* loan = new Loan;
+        loan->data = data;
+        loan->below = m_DataStack;
+        m_DataStack = loan;
+    } else if (m_DataStack != nullptr) {
+        Loan* loan = m_DataStack;
+        m_DataStack = loan->below;
+        delete loan;
+    } else {
+        m_Data = VXByteBlock();
+    }
+}
+
+void VXSwfTag::SetCharacterId(unsigned short id) {
+    if (unsigned char* word = GetFirstWord(); word != nullptr) {
+        word[0] = static_cast<unsigned char>(id);
+        word[1] = static_cast<unsigned char>(id >> 8);
+    }
+}
+
+namespace {
+
+unsigned short WordAt(const unsigned char* word) {
+    return word == nullptr ? 0 : static_cast<unsigned short>(word[0] | word[1] << 8);
+}
+
+}  // namespace
+
+unsigned short VXSwfTag::GetCharacterId() const {
+    switch (m_TagType) {
+        case VXSwfTagFactory::TAG_SHOWFRAME:
+        case VXSwfTagFactory::TAG_FREECHARACTER:
+        case VXSwfTagFactory::TAG_REMOVEOBJECT2:
+        case VXSwfTagFactory::TAG_FRAMELABEL:
+        case VXSwfTagFactory::TAG_EXPORTASSETS:
+        case VXSwfTagFactory::TAG_DOINITACTION:
+        case VXSwfTagFactory::TAG_VIDEOFRAME:
+        case VXSwfTagFactory::TAG_DEFINEFONTALIGNZONES:
+        case VXSwfTagFactory::TAG_CSMTEXTSETTINGS:
+        case VXSwfTagFactory::TAG_SYMBOLCLASS:
+        case VXSwfTagFactory::TAG_DEFINESCALINGGRID:
+        case VXSwfTagFactory::TAG_DOABC:
+        case VXSwfTagFactory::TAG_DEFINEFONTNAME:
+            return 0;
+        default:
+            return WordAt(GetFirstWord());
+    }
+}
+
+unsigned short VXSwfTag::GetCharacterIdFromData() const {
+    if (m_TagType == VXSwfTagFactory::TAG_DEFINEFONTALIGNZONES) return WordAt(GetFirstWord());
+    return GetCharacterId();
+}
+
+short VXSwfTag::HasReferencedID() const {
+    switch (m_TagType) {
+        case VXSwfTagFactory::TAG_FREECHARACTER:
+        case VXSwfTagFactory::TAG_STARTSOUND:
+        case VXSwfTagFactory::TAG_VIDEOFRAME:
+        case VXSwfTagFactory::TAG_DEFINEFONTALIGNZONES:
+        case VXSwfTagFactory::TAG_CSMTEXTSETTINGS:
+        case VXSwfTagFactory::TAG_DEFINESCALINGGRID:
+        case VXSwfTagFactory::TAG_DEFINEFONTNAME:
+            return 1;
+        default:
+            return 0;
+    }
+}
+
+unsigned short VXSwfTag::GetReferencedID() const {
+    return HasReferencedID() != 0 ? WordAt(GetFirstWord()) : 0;
+}
+
+void VXSwfTag::SetReferencedID(unsigned short id) {
+    if (HasReferencedID() != 0) VXSwfTag::SetCharacterId(id);
+}
+
+void VXSwfTag::UpdateReferenceIDs(VXFlintIDMap* map) {
+    const unsigned short id = GetReferencedID();
+    if (id == 0 || map == nullptr) return;
+    const unsigned short newId = map->GetNewId(id);
+    if (newId != 0) SetReferencedID(newId);
+}
+
+void VXSwfTag::BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set) {
+    const auto holds = [&list](unsigned short id) {
+        return std::any_of(list.begin(), list.end(),
+                           [id](VXSwfTag* tag) { return tag->GetCharacterId() == id; });
+    };
+    if (const unsigned short id = GetCharacterId(); id != 0) {
+        if (!holds(id)) list.push_front(this);
+        return;
+    }
+    const unsigned short reference = GetReferencedID();
+    if (reference == 0 || holds(reference)) return;
+    VXSwfTag* tag = set->FindTagByID(reference);
+    if (tag == nullptr) return;
+    list.push_front(tag);
+    tag->BuildDependencyList(list, set);
+}
+
+void VXSwfTag::GetTextInfo(VXString& text) {
+    text += VXSwfTagName(m_TagType);
+    text += VXString(("(" + std::to_string(static_cast<unsigned int>(m_TagType)) + ")").c_str());
+}
+
+void VXSwfTag::SetFLVersion(unsigned char version) { m_FLVersion = version; }
+
+unsigned char VXSwfTag::GetFLVersion() const { return m_FLVersion; }
+
+unsigned char* VXSwfTag::GetData() { return GetBody(); }
+
+unsigned int VXSwfTag::GetTagLen() { return m_TagLen; }
+
+VXErrorCodeEnum VXSwfTag::LoadDataFromStream(VXBitStream&) { return kVXSuccess; }
+
+VXBitStream VXSwfTag::GetDataStream() {
+    VXBitStream stream;
+    const unsigned char* data = GetData();
+    const auto skipped = data == nullptr ? 0u : static_cast<unsigned int>(data - GetBody());
+    const unsigned int size = GetBodySize();
+    stream.LoadFromAllocedMem(data, std::min(GetTagLen(), size > skipped ? size - skipped : 0));
+    return stream;
+}
+
+VXErrorCodeEnum VXSwfTag::PeepTagLength(VXBitStream& in, unsigned int& length) {
+    length = 0;
+    const unsigned int here = in.GetPosition();
+    unsigned short header = 0;
+    VX_RETURN_IF_FAILED(in.ReadWord(header));
+    length = header & 0x3Fu;
+    if (length == kLongLength) VX_RETURN_IF_FAILED(in.ReadDWord(length));
+    in.SetPosition(here);
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfTag::PeepTagType(VXBitStream& in, enuTagType& type) {
+    unsigned short header = 0;
+    VX_RETURN_IF_FAILED(in.ReadWord(header));
+    type = static_cast<enuTagType>(header >> 6);
+    in.MovePosition(-2);
+    return kVXSuccess;
+}

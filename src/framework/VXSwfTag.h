@@ -1,0 +1,131 @@
+#pragma once
+
+#include <list>
+
+#include "bitstream/VXBitStream.h"
+#include "bitstream/VXByteBlock.h"
+#include "bitstream/VXPool.h"
+#include "framework/VXSwfTagFactory.h"
+#include "platform/VXExport.h"
+#include "platform/VXString.h"
+#include "platform/VXTypes.h"
+
+class VXFlintIDMap;
+class VXSwfTagSet;
+
+/// The base of every tag and, by itself, a complete tag whose body is carried as it came.
+///
+///     u16        type << 6 | length; a length of 63 says that the next field follows
+///     [u32]      length of the body, where the short field does not hold it or the long form was asked for
+///     body
+///
+/// A tag that encodes itself anew builds its body in a local stream, lends it to the tag for the length of a
+/// dump and takes it back; the body kept from the load is in force again on every way out. `SetData` is that
+/// loan. What is lent is never freed by the tag.
+///
+/// Made by `VXSwfTagFactory`, owned by the tag set that holds it, else by whoever made it. Copies made with
+/// `Copy` are independent; copy construction shares the body's bytes.
+class VXSWF_API VXSwfTag : public VXPooled {
+public:
+    using enuTagType = VXSwfTagFactory::enuTagType;
+
+    // The virtual operations stand in slot order, which hosts rely on.
+
+    /// Reads header and body, then the fields. 1 when the header ends early or no byte of the body is there;
+    /// a body that is cut short otherwise loads as long as it is. A failure of the fields comes back as it
+    /// is.
+    virtual VXErrorCodeEnum LoadFromStream(VXBitStream& in);
+    /// Writes header and body.
+    virtual VXErrorCodeEnum DumpToStream(VXBitStream& out);
+    /// A new tag that the caller owns, made by a dump and a load, and so of the class that a load gives to
+    /// the type. The version is not carried over.
+    virtual VXSwfTag* Copy();
+    /// Sets the first two bytes of the body, where there are two.
+    virtual void SetCharacterId(unsigned short id);
+    /// The first two bytes of the body; 0 without them and for types that define no character.
+    virtual unsigned short GetCharacterId() const;
+    /// Replaces each character reference for which the map has a new ID other than 0. Every ID referred to
+    /// has an entry in the map afterwards. Null does nothing.
+    virtual void UpdateReferenceIDs(VXFlintIDMap* map);
+    /// ID of the character that the tag refers to, or 0.
+    virtual unsigned short GetReferencedID() const;
+    virtual void SetReferencedID(unsigned short id);
+    virtual ~VXSwfTag();
+    /// Collects what the tag needs from `set`, at the front of `list`, so that the list has dependencies
+    /// first. The character ID is the identity of the list's members.
+    virtual void BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set);
+    /// Appends a description for debugging: the type's name and, in parentheses, its number.
+    virtual void GetTextInfo(VXString& text);
+    /// The player version that the tag is read and written for.
+    virtual void SetFLVersion(unsigned char version);
+    virtual unsigned char GetFLVersion() const;
+    /// The body in force, `GetTagLen()` bytes of it as far as they are there; null without one. The tag owns
+    /// it.
+    virtual unsigned char* GetData();
+    virtual unsigned int GetTagLen();
+    /// Reads the fields from a stream over the body; here there are none.
+    virtual VXErrorCodeEnum LoadDataFromStream(VXBitStream& in);
+    /// True for types whose body begins with a reference to a character: 3, 15, 61, 73, 74, 78 and 88.
+    virtual short HasReferencedID() const;
+
+    enuTagType GetTagType() const { return m_TagType; }
+    /// Writes the header for a body of the present length.
+    VXErrorCodeEnum DumpHdrToStream(VXBitStream& out);
+    /// Whether the header takes the long form: it was asked for, or the body has 63 bytes or more.
+    short IsLongTag() const { return m_IsLongTag != 0 || m_TagLen >= kLongLength ? 1 : 0; }
+    void SetIsLongTag(short isLong) { m_IsLongTag = isLong; }
+    /// A stream that borrows `GetData()`, cut to what is there. It must not outlive the body.
+    VXBitStream GetDataStream();
+    /// For type 73 the ID of the font that it belongs to, else the character ID.
+    unsigned short GetCharacterIdFromData() const;
+
+    /// Reads the length from the header at the position, and goes back. 1 when the header ends early; the
+    /// position then stays where the read ended.
+    static VXErrorCodeEnum PeepTagLength(VXBitStream& in, unsigned int& length);
+    /// Reads the type from the header at the position, and goes back.
+    static VXErrorCodeEnum PeepTagType(VXBitStream& in, enuTagType& type);
+
+protected:
+    VXSwfTag(enuTagType type, short parsing);
+    VXSwfTag(const VXSwfTag& other);
+    VXSwfTag& operator=(const VXSwfTag& other);
+
+    void SetTagType(enuTagType type) { m_TagType = type; }
+    void SetTagLen(unsigned int length) { m_TagLen = length; }
+    void SetParsing(short parsing) { m_Parsing = parsing; }
+    short IsParsed() const { return m_Parsing; }
+    /// Lends a body to the tag, or takes the last loan back with null. With null and no loan left the tag
+    /// drops the body that it owns.
+    void SetData(unsigned char* data);
+    /// Writes a short header for `length`, whatever the body has.
+    VXErrorCodeEnum GenerateTagHdr(unsigned char length, VXBitStream& out);
+    /// Writes header and body of what is lent or kept, `m_TagLen` bytes of it.
+    VXErrorCodeEnum DumpHdrAndData(VXBitStream& out);
+    /// Fills `copy` by a dump of this tag and a load.
+    void CopyThroughWire(VXSwfTag& copy);
+    /// The first two bytes of the body in force, or null.
+    unsigned char* GetFirstWord() const;
+    /// Bytes of the body in force that are really there.
+    unsigned int GetBodySize() const;
+
+private:
+    friend class VXSwfTagFactory;
+    friend class VXSwfTagSet;
+    friend class VXSwfDefinitionTag;
+    friend class VXBodyScope;
+
+    struct Loan;
+
+    static constexpr unsigned int kLongLength = 63;
+
+    unsigned char* GetBody() const;
+
+    enuTagType m_TagType;
+    unsigned int m_TagLen = 0;
+    VXByteBlock m_Data;           // as read
+    Loan* m_DataStack = nullptr;  // what is lent, the last loan first
+    unsigned int m_Holders = 0;   // tag sets whose lists have the tag; the last one deletes it
+    short m_IsLongTag = 0;
+    short m_Parsing;
+    unsigned char m_FLVersion = 0;
+};

@@ -1,0 +1,58 @@
+#include "framework/VXSwfTagFactory.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "framework/VXSwfDefinitionTag.h"
+#include "framework/VXSwfTag.h"
+#include "timeline/VXSwfDefineSpriteTag.h"
+#include "timeline/VXSwfFileAttributesTag.h"
+
+template <typename Tag>
+VXSwfTag* VXSwfTagFactory::Make(enuTagType type) {
+    return new Tag(type);
+}
+
+VXSwfTag* VXSwfTagFactory::MakeRaw(enuTagType type) { return new VXSwfTag(type, 1); }
+
+VXSwfTag* VXSwfTagFactory::MakeNone(enuTagType) { return nullptr; }
+
+struct VXSwfTagFactory::Row {
+    enuTagType type;
+    Maker byCode;
+    Maker inFile;
+};
+
+// Sorted by type. Types without a row are raw in both sets.
+const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
+    {TAG_DEFINEBITS, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEBUTTON, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEFONT, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEFONTINFO, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEBITSLOSSLESS, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEBUTTONCXFORM, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINESPRITE, Make<VXSwfDefineSpriteTag>, Make<VXSwfDefineSpriteTag>},
+    {TAG_DEFINEMORPHSHAPE, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEVIDEOSTREAM, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEFONTINFO2, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_FILEATTRIBUTES, Make<VXSwfFileAttributesTag>, Make<VXSwfFileAttributesTag>},
+    {TAG_DEFINEFONTALIGNZONES, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINESCENEANDFRAMELABELDATA, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_RESERVED, MakeNone, MakeRaw},
+};
+
+const VXSwfTagFactory::Row* VXSwfTagFactory::FindRow(enuTagType type) {
+    const Row* row = std::lower_bound(std::begin(kRows), std::end(kRows), type,
+                                      [](const Row& left, enuTagType right) { return left.type < right; });
+    return row != std::end(kRows) && row->type == type ? row : nullptr;
+}
+
+VXSwfTag* VXSwfTagFactory::CreateTagOfType(enuTagType type, short limitedClasses, unsigned int parsingMode) {
+    const bool isRaw = parsingMode != 0 && type != TAG_PLACEOBJECT2 && type != TAG_DEFINESPRITE &&
+                       type != TAG_FILEATTRIBUTES;
+    const Row* row = isRaw ? nullptr : FindRow(type);
+    if (row == nullptr) return MakeRaw(type);
+    return limitedClasses != 0 ? row->inFile(type) : row->byCode(type);
+}
+
+void VXSwfTagFactory::DeleteTag(VXSwfTag* tag) { delete tag; }

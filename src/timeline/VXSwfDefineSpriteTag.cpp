@@ -1,0 +1,41 @@
+#include "timeline/VXSwfDefineSpriteTag.h"
+
+#include <algorithm>
+#include <memory>
+
+VXSwfDefineSpriteTag::VXSwfDefineSpriteTag(enuTagType type) : VXSwfDefinitionTag(type) {}
+
+VXSwfDefineSpriteTag::~VXSwfDefineSpriteTag() = default;
+
+VXErrorCodeEnum VXSwfDefineSpriteTag::LoadDataFromStream(VXBitStream& in) {
+    unsigned short frameCount = 0;  // the nested tags say it better
+    VX_RETURN_IF_FAILED(in.ReadWord(frameCount));
+    VXIgnore(VXSwfTagSet::LoadFromStream(in, GetFLVersion()));  // a tag that fails only ends the list
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfDefineSpriteTag::DumpFields(VXBitStream& body) {
+    VX_RETURN_IF_FAILED(body.WriteWord(static_cast<unsigned short>(GetNumShowFrameTags())));
+    VX_RETURN_IF_FAILED(VXSwfTagSet::DumpToStream(body));
+    const std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)> endTag(
+        VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_END, 0, 0), &VXSwfTagFactory::DeleteTag);
+    return endTag->DumpToStream(body);
+}
+
+VXErrorCodeEnum VXSwfDefineSpriteTag::DumpToStream(VXBitStream& out) {
+    VXBitStream body;
+    BeginBody(body);
+    SetIsLongTag(1);
+    VX_RETURN_IF_FAILED(DumpFields(body));
+    return DumpBody(out, body);
+}
+
+void VXSwfDefineSpriteTag::UpdateReferenceIDs(VXFlintIDMap* map) { VXSwfTagSet::UpdateReferenceIDs(map); }
+
+void VXSwfDefineSpriteTag::BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set) {
+    const unsigned short id = GetCharacterId();
+    const bool isListed =
+        std::any_of(list.begin(), list.end(), [id](VXSwfTag* tag) { return tag->GetCharacterId() == id; });
+    if (!isListed) list.push_front(this);
+    VXSwfTagSet::BuildDependencyList(list, set);
+}

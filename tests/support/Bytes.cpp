@@ -1,0 +1,77 @@
+#include "support/Bytes.h"
+
+#include <cctype>
+
+Bytes Hex(std::string_view digits) {
+    Bytes bytes;
+    bool isLow = false;
+    for (const char digit : digits) {
+        if (std::isspace(static_cast<unsigned char>(digit)) != 0) continue;
+        const int value = std::isdigit(static_cast<unsigned char>(digit)) != 0
+                              ? digit - '0'
+                              : std::toupper(static_cast<unsigned char>(digit)) - 'A' + 10;
+        if (isLow) {
+            bytes.back() = static_cast<unsigned char>(bytes.back() << 4 | value);
+        } else {
+            bytes.push_back(static_cast<unsigned char>(value));
+        }
+        isLow = !isLow;
+    }
+    return bytes;
+}
+
+Bytes Bits(std::string_view digits) {
+    Bytes bytes;
+    unsigned int count = 0;
+    for (const char digit : digits) {
+        if (digit != '0' && digit != '1') continue;
+        if (count % 8 == 0) bytes.push_back(0);
+        if (digit == '1') bytes.back() = static_cast<unsigned char>(bytes.back() | 0x80u >> count % 8);
+        ++count;
+    }
+    return bytes;
+}
+
+Bytes Repeat(std::size_t count, unsigned char value) { return Bytes(count, value); }
+
+Bytes Join(std::initializer_list<Bytes> parts) {
+    Bytes bytes;
+    for (const Bytes& part : parts) bytes.insert(bytes.end(), part.begin(), part.end());
+    return bytes;
+}
+
+Bytes BytesOf(VXBitStream& stream) {
+    return Bytes(stream.GetBuffer(), stream.GetBuffer() + stream.GetSize());
+}
+
+VXBitStream StreamOver(const Bytes& bytes) {
+    VXBitStream stream;
+    stream.LoadFromAllocedMem(bytes.data(), static_cast<unsigned int>(bytes.size()));
+    return stream;
+}
+
+namespace {
+
+Bytes WordBytes(unsigned int value) {
+    return {static_cast<unsigned char>(value), static_cast<unsigned char>(value >> 8)};
+}
+
+}  // namespace
+
+Bytes TagBytes(unsigned int type, const Bytes& body) {
+    if (body.size() >= 63) return LongTagBytes(type, body);
+    return Join({WordBytes(type << 6 | static_cast<unsigned int>(body.size())), body});
+}
+
+Bytes LongTagBytes(unsigned int type, const Bytes& body) {
+    const auto length = static_cast<unsigned int>(body.size());
+    return Join({WordBytes(type << 6 | 63u), WordBytes(length), WordBytes(length >> 16), body});
+}
+
+Bytes MovieBytes(unsigned char version, const Bytes& tags) {
+    Bytes movie = Join({Hex("46 57 53"), Bytes{version}, Bytes(4), Hex("60 00 3E 80 00 1F 40"),
+                        Hex("00 0C 01 00"), tags, Hex("00 00")});
+    const auto length = static_cast<unsigned int>(movie.size());
+    for (unsigned int i = 0; i < 4; ++i) movie[4 + i] = static_cast<unsigned char>(length >> 8 * i);
+    return movie;
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <initializer_list>
+#include <string_view>
+#include <vector>
+
+#include "bitstream/VXBitStream.h"
+
+using Bytes = std::vector<unsigned char>;
+
+/// Bytes from hexadecimal digits; spaces are free.
+Bytes Hex(std::string_view digits);
+/// Bytes from 0 and 1, the most significant bit first; spaces are free, and zeros fill the last byte.
+Bytes Bits(std::string_view digits);
+Bytes Repeat(std::size_t count, unsigned char value);
+Bytes Join(std::initializer_list<Bytes> parts);
+/// What stands in a memory stream.
+Bytes BytesOf(VXBitStream& stream);
+/// A stream that borrows `bytes`.
+VXBitStream StreamOver(const Bytes& bytes);
+/// A tag as it stands in a movie: a short header where the length allows it, and the body.
+Bytes TagBytes(unsigned int type, const Bytes& body);
+Bytes LongTagBytes(unsigned int type, const Bytes& body);
+/// A plain movie of version `version`, 100 × 50 pixels, 12 frames a second, with these tags and an end tag.
+Bytes MovieBytes(unsigned char version, const Bytes& tags);
