@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Builds the command and takes a small movie through it: list, copy plain, copy compressed, list again. What it writes
+# lies in build/demo afterwards.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+bash scripts/setup.sh
+cmake --preset release
+cmake --build --preset release --parallel "$(nproc)" --target apps/vxswf/all
+
+out=build/demo
+rm -rf "$out"
+mkdir -p "$out"
+
+# Runs the command and shows how it was called.
+vxswf() {
+  printf '\n$ vxswf %s\n' "$*"
+  build/release/apps/vxswf/vxswf "$@"
+}
+
+movie=apps/vxswf/assets/demo.swf
+vxswf info "$movie"
+vxswf copy --plain "$movie" "$out/plain.swf"
+vxswf copy --compress "$movie" "$out/compressed.swf"
+vxswf info "$out/plain.swf" "$out/compressed.swf"
+
+printf '\nWritten:\n'
+ls -l "$out"
