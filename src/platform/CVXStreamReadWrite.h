@@ -1,14 +1,20 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
-#include <string>
 
 #include "platform/IVXStream.h"
 
+class VXStreamMedium;
+
 /// A stream over memory of its own or over a file. Files are buffered, so that a word written is not a system
-/// call; `Flush`, `Close` and destruction bring the buffer out. A new stream reads.
+/// call; `Flush`, `Close` and destruction bring the buffer out. Whoever must know that a file is whole calls
+/// `Flush` and asks `GetStreamState`: a failure, once it has occurred, is answered from then on. A new stream
+/// reads.
 ///
-/// Offsets go up to 2^32 − 1; `Seek` takes a signed int, so a target beyond 2^31 − 1 is reached in steps.
+/// Offsets and sizes go up to 2^32 − 1, and a write that would lead further is cut short; `Seek` takes a
+/// signed int, so a target beyond 2^31 − 1 is reached in steps. A block in memory doubles when it is full,
+/// and a gap left by a seek costs nothing until something is written behind it.
 class VXPLATFORM_API CVXStreamReadWrite : public IVXReadWriteStream {
 public:
     enum FileAccess : int {
@@ -23,7 +29,8 @@ public:
     /// A stream over the file `path`, in the system's own encoding of file names. `Open` answers 0 when the
     /// file could not be opened; every other operation then behaves as on an empty stream that takes no data.
     CVXStreamReadWrite(const char* path, FileAccess access);
-    /// Takes over an open file descriptor that can seek, at the start of its file, and closes it in the end.
+    /// Takes over the descriptor of an open file that can seek and is not in append mode, and closes it in
+    /// the end. The stream starts at the start of the file, wherever the descriptor stands.
     explicit CVXStreamReadWrite(int descriptor);
     ~CVXStreamReadWrite() override;
 
@@ -57,21 +64,27 @@ public:
     void SetSwapping(short swap) override;
     short GetSwapping() const override;
     int Open() override;
+    /// A file is given up, and the stream is like one that could not be opened; memory stays as it is.
     void Close() override;
     void SetMode(Mode mode) override;
     Mode GetMode() const override;
     void Destroy() override;
 
-    /// The bytes of a stream in memory, `GetMemorySize` of them, valid until the next write. Null for a file.
+    /// The bytes of a stream in memory, `GetMemorySize` of them, valid until the next write. Null and 0 for a
+    /// file.
     const unsigned char* GetMemory() const;
     std::size_t GetMemorySize() const;
 
 private:
-    class Medium;
-    class MemoryMedium;
-    class FileMedium;
+    std::size_t Xfer(unsigned char* data, std::size_t count);
+    template <class Integer>
+    int XferInteger(Integer& value);
+    template <class Integer, class Real>
+    int XferReal(Real& value);
+    template <class Flag>
+    int XferFlag(Flag& value);
 
-    std::unique_ptr<Medium> m_Medium;
+    std::unique_ptr<VXStreamMedium> m_Medium;
     Mode m_Mode = kRead;
     short m_Swapping = 0;
 };

@@ -18,7 +18,7 @@ enum VXSeekFromWhere : int {
 enum VXStreamState : int {
     kVXStreamGood = 0,
     kVXStreamAtEnd = 1,   ///< no data is left to read
-    kVXStreamFailed = 2,  ///< the medium reported an error; `Seek` and `SetMode` clear it
+    kVXStreamFailed = 2,  ///< bytes were refused or lost, now or at any time before
 };
 
 /// The host's byte stream. A stream has one direction at a time, its mode, and one position that both
@@ -38,12 +38,14 @@ public:
 
     virtual ~IVXStream();
 
-    /// A negative count moves nothing. A short count means the end of the data, or a medium that is full.
+    /// A negative count and a null pointer move nothing. A short count means the end of the data, an error,
+    /// or a medium that is full.
     virtual int XferByte(unsigned char* data, int count) = 0;
     virtual int XferByte(unsigned char& value) = 0;
-    /// On the wire: the length in UTF-8 bytes u32, then the bytes.
+    /// On the wire: the length in UTF-8 bytes u32, then the bytes. A length beyond the end of the data
+    /// answers 0.
     virtual int XferString(VXString& value) = 0;
-    /// On the wire: one byte, 1 or 0.
+    /// On the wire: one byte, 1 or 0; any other value reads as 1.
     virtual int XferBool(bool& value) = 0;
     virtual int XferBool(short& value) = 0;
     virtual int XferInt16(std::int16_t& value) = 0;
@@ -68,10 +70,11 @@ public:
     virtual int Seek(int offset, VXSeekFromWhere origin) = 0;
     /// Offset from the start, in bytes.
     virtual unsigned int Tell() = 0;
-    /// Cuts the stream at the present position.
+    /// Cuts the stream at the present position. Behind the end it does nothing.
     virtual void SetEndOfStream() = 0;
     virtual void Flush() = 0;
-    /// Answers `kVXStreamAtEnd` as soon as no data is left, also before a read has failed for it.
+    /// A `VXStreamState`: failed, else at the end as soon as no data is left, also before a read came up
+    /// short.
     virtual int GetStreamState() = 0;
     virtual bool IsReading() const = 0;
     virtual bool IsWriting() const = 0;

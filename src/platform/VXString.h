@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,8 +21,8 @@ enum VXCharEncodingType : int {
 /// Multilingual Plane are two units and four bytes. A surrogate that has lost its partner, and is not such a
 /// byte, encodes to the three bytes of its value.
 ///
-/// An empty string owns nothing and takes the size of one pointer, since nearly every tag of a movie holds
-/// some.
+/// A string takes the size of one pointer, and an empty one owns nothing, since nearly every tag of a movie
+/// holds some. Up to 2^32 − 1 units; what would be longer fails like an allocation, with `std::bad_alloc`.
 class VXPLATFORM_API VXString {
 public:
     using value_type = char16_t;
@@ -36,40 +37,51 @@ public:
     VXString(const char* text, VXCharEncodingType encoding = kVXEncodingUTF8);
     /// Decodes `size` bytes, or up to the first NUL among them.
     VXString(const char* text, size_type size, VXCharEncodingType encoding = kVXEncodingUTF8);
-    VXString(std::u16string_view units);
-    VXString(const VXString& other);
-    VXString(VXString&& other) noexcept;
+    VXString(std::u16string_view units) { append(units); }
+    VXString(const VXString& other) { append(other.GetUnits()); }
+    VXString(VXString&& other) noexcept : m_Text(std::exchange(other.m_Text, nullptr)) {}
     VXString& operator=(const VXString& other);
     VXString& operator=(VXString&& other) noexcept;
-    ~VXString();
+    ~VXString() { clear(); }
 
     /// Counts 16-bit units.
-    size_type length() const;
+    size_type length() const { return m_Text == nullptr ? 0 : m_Text->size; }
     size_type size() const { return length(); }
     bool empty() const { return m_Text == nullptr; }
-    void clear();
+    /// Gives the memory back.
+    void clear() {
+        if (m_Text != nullptr) Release();
+    }
 
     /// The unit at `index`, which must be below `length()`.
     char16_t operator[](size_type index) const { return begin()[index]; }
-    iterator begin();
-    iterator end();
-    const_iterator begin() const;
-    const_iterator end() const;
+    char16_t& operator[](size_type index) { return begin()[index]; }
+    /// Iterators hold until the string is next assigned to, cut, or made longer.
+    iterator begin() { return m_Text == nullptr ? nullptr : UnitsOf(m_Text); }
+    iterator end() { return begin() + length(); }
+    const_iterator begin() const { return m_Text == nullptr ? nullptr : UnitsOf(m_Text); }
+    const_iterator end() const { return begin() + length(); }
 
     /// Index of the first unit that equals `unit`, from `from` on; `npos` when there is none.
-    size_type find(char16_t unit, size_type from = 0) const;
-    size_type find(const VXString& text, size_type from = 0) const;
+    size_type find(char16_t unit, size_type from = 0) const { return GetUnits().find(unit, from); }
+    size_type find(const VXString& text, size_type from = 0) const {
+        return GetUnits().find(text.GetUnits(), from);
+    }
+    /// At most `count` units; empty for a `from` behind the end.
     VXString substr(size_type from, size_type count = npos) const;
 
-    void push_back(char16_t unit);
+    void push_back(char16_t unit) { append({&unit, 1}); }
+    /// The units may lie in this very string.
+    VXString& append(std::u16string_view units);
     /// Cuts to the first `count` units; a greater count changes nothing.
     void truncate(size_type count);
-    VXString& operator+=(const VXString& other);
+    VXString& operator+=(const VXString& other) { return append(other.GetUnits()); }
     friend VXString operator+(VXString left, const VXString& right) { return std::move(left += right); }
 
     /// The UTF-8 form. Strings that were decoded from bytes give those bytes again.
     std::string GetUTF8String() const;
-    std::u16string_view GetUnits() const;
+    /// Valid for as long as the iterators are.
+    std::u16string_view GetUnits() const { return {begin(), length()}; }
 
     /// Compares unit by unit, by value.
     friend bool operator==(const VXString& left, const VXString& right) {
@@ -80,9 +92,16 @@ public:
     }
 
 private:
-    struct Text;
+    /// Head of the one heap block; the units follow it.
+    struct Text {
+        std::uint32_t size;
+        std::uint32_t capacity;
+    };
 
-    char16_t* Grow(size_type size);
+    static char16_t* UnitsOf(Text* text) { return reinterpret_cast<char16_t*>(text + 1); }
+    static Text* Allocate(size_type capacity);
+    void Release();
 
+    /// Null exactly when the string is empty.
     Text* m_Text = nullptr;
 };

@@ -1,0 +1,3 @@
+#include "platform/IVXComponent.h"
+
+IVXComponent::~IVXComponent() = default;

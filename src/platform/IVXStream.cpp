@@ -1,0 +1,5 @@
+#include "platform/IVXStream.h"
+
+IVXStream::~IVXStream() = default;
+
+IVXReadWriteStream::~IVXReadWriteStream() = default;

@@ -1,0 +1,3 @@
+#include "platform/VXSizeNPositionData.h"
+
+VXSizeNPositionData::~VXSizeNPositionData() = default;
