@@ -6,9 +6,11 @@
 
 /// A placement, the format's MATRIX:
 ///
-///     HasScale ub[1]     when set: NScaleBits ub[5], ScaleX sb[NScaleBits], ScaleY sb[NScaleBits]
-///     HasRotate ub[1]    when set: NRotateBits ub[5], RotateSkew0 sb[NRotateBits], RotateSkew1
-///     sb[NRotateBits] NTranslateBits ub[5], TranslateX sb[NTranslateBits], TranslateY sb[NTranslateBits]
+///     HasScale ub[1]
+///     NScaleBits ub[5], ScaleX sb[NScaleBits], ScaleY sb[NScaleBits]                     when HasScale
+///     HasRotate ub[1]
+///     NRotateBits ub[5], RotateSkew0 sb[NRotateBits], RotateSkew1 sb[NRotateBits]        when HasRotate
+///     NTranslateBits ub[5], TranslateX sb[NTranslateBits], TranslateY sb[NTranslateBits]
 ///
 /// It starts and ends on a byte. Scale and skew are 16.16 numbers, 65536 for 1.0, in memory as on the wire;
 /// the translation is in pixels in memory and in twips on the wire. The two flags go out as they stand,
