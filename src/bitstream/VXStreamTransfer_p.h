@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstring>
 
+#include "bitstream/VXByteBlock.h"
 #include "platform/IVXStream.h"
 
 /// Moves up to `length` bytes in the direction of the stream's mode and answers how many went. A transfer
@@ -33,4 +35,15 @@ inline void VXSeekTo(IVXStream& stream, unsigned int position) {
 inline unsigned int VXSeekToEnd(IVXStream& stream) {
     stream.Seek(0, kVXSeekFromEnd);
     return stream.Tell();
+}
+
+/// Bytes from where the stream stands on, as many as the whole stream is long; what does not come is zero.
+inline VXByteBlock VXReadStream(IVXStream& stream) {
+    const unsigned int here = stream.Tell();
+    const unsigned int length = VXSeekToEnd(stream);
+    VXSeekTo(stream, here);
+    VXByteBlock bytes = VXByteBlock::Allocate(length);
+    const unsigned int count = VXTransfer(stream, bytes.GetBytes(), length);
+    if (count < length) std::memset(bytes.GetBytes() + count, 0, length - count);
+    return bytes;
 }

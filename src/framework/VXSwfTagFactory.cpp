@@ -5,8 +5,13 @@
 
 #include "framework/VXSwfDefinitionTag.h"
 #include "framework/VXSwfTag.h"
+#include "media/VXSwfDefineBitsJpegTag.h"
+#include "timeline/VXSwfDefineBinaryDataTag.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
+#include "timeline/VXSwfEnableDebugger2Tag.h"
 #include "timeline/VXSwfFileAttributesTag.h"
+#include "timeline/VXSwfSetBackgroundColorTag.h"
+#include "timeline/VXSwfVXSpecialTag.h"
 
 template <typename Tag>
 VXSwfTag* VXSwfTagFactory::Make(enuTagType type) {
@@ -27,17 +32,26 @@ struct VXSwfTagFactory::Row {
 const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEBITS, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBUTTON, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_SETBACKGROUNDCOLOR, Make<VXSwfSetBackgroundColorTag>, MakeRaw},
     {TAG_DEFINEFONT, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEFONTINFO, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBITSLOSSLESS, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEBITSJPEG2, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINEBUTTONCXFORM, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEBITSJPEG3, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINESPRITE, Make<VXSwfDefineSpriteTag>, Make<VXSwfDefineSpriteTag>},
     {TAG_DEFINEMORPHSHAPE, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEVIDEOSTREAM, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEFONTINFO2, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_ENABLEDEBUGGER2, Make<VXSwfEnableDebugger2Tag>, MakeRaw},
     {TAG_FILEATTRIBUTES, Make<VXSwfFileAttributesTag>, Make<VXSwfFileAttributesTag>},
     {TAG_DEFINEFONTALIGNZONES, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINESCENEANDFRAMELABELDATA, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEBINARYDATA, Make<VXSwfDefineBinaryDataTag>, MakeRaw},
+    {TAG_VXSPECIAL1, Make<VXSwfVXSpecialTag>, MakeRaw},
+    {TAG_VXSPECIAL2, Make<VXSwfVXSpecialTag>, MakeRaw},
+    {TAG_VXSPECIAL3, Make<VXSwfVXSpecialTag>, MakeRaw},
+    {TAG_VXSPECIAL4, Make<VXSwfVXSpecialTag>, MakeRaw},
     {TAG_RESERVED, MakeNone, MakeRaw},
 };
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "bitstream/VXByteBlock.h"
+#include "framework/VXSwfDefinitionTag.h"
+
+/// Bytes for scripts to read.
+///
+///     type 87:  CharacterId u16, reserved u32, bytes
+///
+/// Built by code only: in a loaded movie the type stays raw. Copies share the bytes.
+class VXSWF_API VXSwfDefineBinaryDataTag : public VXSwfDefinitionTag {
+public:
+    using VXSwfDefinitionTag::DumpToStream;
+    VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
+    ~VXSwfDefineBinaryDataTag() override;
+    /// 1 without the reserved word, and without a byte behind it.
+    VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
+
+    /// Takes as many bytes as the whole stream has, from where it stands on; what does not come is zero. 1 for null,
+    /// which changes nothing.
+    VXErrorCodeEnum SetBinaryData(IVXStream* stream);
+    const unsigned char* GetBinaryData() const { return BinaryData.GetBytes(); }
+    unsigned int GetBinaryDataSize() const { return BinaryData.GetSize(); }
+
+private:
+    friend class VXSwfTagFactory;
+    explicit VXSwfDefineBinaryDataTag(enuTagType type);
+
+    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
+
+    VXByteBlock BinaryData;
+};

@@ -1,0 +1,12 @@
+#include "timeline/VXSwfEnableDebugger2Tag.h"
+
+VXSwfEnableDebugger2Tag::VXSwfEnableDebugger2Tag(enuTagType type) : VXSwfControlTag(type) {}
+
+VXSwfEnableDebugger2Tag::~VXSwfEnableDebugger2Tag() = default;
+
+VXErrorCodeEnum VXSwfEnableDebugger2Tag::DumpToStream(VXBitStream& out) {
+    VXBitStream body;
+    VX_RETURN_IF_FAILED(body.WriteWord(0));
+    VX_RETURN_IF_FAILED(body.WriteByte(0));
+    return DumpBody(out, body);
+}
