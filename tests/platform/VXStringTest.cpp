@@ -1,0 +1,176 @@
+#include "platform/VXString.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace {
+
+std::string RoundTrip(const std::string& bytes) {
+    return VXString(bytes.data(), bytes.size()).GetUTF8String();
+}
+
+std::u16string Units(const std::string& bytes) {
+    return std::u16string(VXString(bytes.data(), bytes.size()).GetUnits());
+}
+
+}  // namespace
+
+static_assert(sizeof(VXString) == sizeof(void*));
+
+TEST(VXString, DecodesValidUTF8AndNothingElse) {
+    const struct {
+        const char* what;
+        std::string bytes;
+        std::u16string units;
+    } rows[] = {
+        {"ASCII", "aZ\x7F", u"aZ\x7F"},
+        {"first and last of two bytes", "\xC2\x80\xDF\xBF", u"\u0080\u07FF"},
+        {"first and last of three bytes", "\xE0\xA0\x80\xEF\xBF\xBF", u"\u0800\uFFFF"},
+        {"beside the surrogates", "\xED\x9F\xBF\xEE\x80\x80", u"\uD7FF\uE000"},
+        {"first and last of four bytes", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", u"\U00010000\U0010FFFF"},
+        {"an 8-bit name", "caf\xE9", {u'c', u'a', u'f', 0xDCE9}},
+        {"overlong NUL", "\xC0\x80", {0xDCC0, 0xDC80}},
+        {"overlong slash", "\xC1\xAF", {0xDCC1, 0xDCAF}},
+        {"overlong three bytes", "\xE0\x9F\xBF", {0xDCE0, 0xDC9F, 0xDCBF}},
+        {"overlong four bytes", "\xF0\x8F\xBF\xBF", {0xDCF0, 0xDC8F, 0xDCBF, 0xDCBF}},
+        {"encoded surrogate", "\xED\xA0\x80", {0xDCED, 0xDCA0, 0xDC80}},
+        {"above U+10FFFF", "\xF4\x90\x80\x80", {0xDCF4, 0xDC90, 0xDC80, 0xDC80}},
+        {"lead bytes of no length", "\xF5\x80\xFF", {0xDCF5, 0xDC80, 0xDCFF}},
+        {"cut short by the end", "\xE2\x82", {0xDCE2, 0xDC82}},
+        {"cut short by text", "\xE2\x82x", {0xDCE2, 0xDC82, u'x'}},
+        {"cut short by a character", "\xF0\x9F\xC3\xA9", {0xDCF0, 0xDC9F, u'\u00E9'}},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(Units(row.bytes), row.units) << row.what;
+        EXPECT_EQ(RoundTrip(row.bytes), row.bytes) << row.what;
+    }
+}
+
+TEST(VXString, EveryOneAndTwoByteTextComesBack) {
+    std::set<std::u16string> seen;
+    for (int a = 1; a < 256; ++a) {
+        const std::string one(1, static_cast<char>(a));
+        ASSERT_EQ(RoundTrip(one), one);
+        seen.insert(Units(one));
+        for (int b = 1; b < 256; ++b) {
+            const std::string two = one + static_cast<char>(b);
+            ASSERT_EQ(RoundTrip(two), two);
+            seen.insert(Units(two));
+        }
+    }
+    EXPECT_EQ(seen.size(), 255U + 255U * 255U) << "two texts became one string";
+}
+
+TEST(VXString, LongerTextComesBackAlsoInPieces) {
+    // Bytes at every boundary of the UTF-8 table, in every order, so that escapes meet text and each other.
+    const unsigned char edges[] = {0x41, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF, 0xC1,
+                                   0xC2, 0xE0, 0xED, 0xEF, 0xF0, 0xF4, 0xF5, 0xFF};
+    for (unsigned code = 0; code < 0x10000; ++code) {
+        std::string bytes;
+        for (unsigned shift = 0; shift < 16; shift += 4) {
+            bytes += static_cast<char>(edges[(code >> shift) & 0xF]);
+        }
+        ASSERT_EQ(RoundTrip(bytes), bytes);
+        const VXString joined = VXString(bytes.data(), 1) + VXString(bytes.data() + 1, 3);
+        ASSERT_EQ(joined.GetUTF8String(), bytes);
+    }
+}
+
+TEST(VXString, LoneSurrogatesAreThreeBytes) {
+    EXPECT_EQ(VXString(std::u16string(1, 0xD800)).GetUTF8String(), "\xED\xA0\x80");
+    EXPECT_EQ(VXString(std::u16string{0xDBFF, u'x'}).GetUTF8String(), "\xED\xAF\xBFx");
+    EXPECT_EQ(VXString(std::u16string(1, 0xDC7F)).GetUTF8String(), "\xED\xB1\xBF");
+    EXPECT_EQ(VXString(std::u16string(1, 0xDD00)).GetUTF8String(), "\xED\xB4\x80");
+    // Behind a high surrogate the same unit is half of a character, not a byte.
+    EXPECT_EQ(VXString(std::u16string{0xD800, 0xDC80}).GetUTF8String(), "\xF0\x90\x82\x80");
+    EXPECT_EQ(VXString(std::u16string{0xD800, 0xDC80, 0xDC80}).GetUTF8String(), "\xF0\x90\x82\x80\x80");
+}
+
+TEST(VXString, StopsAtTheFirstNul) {
+    EXPECT_EQ(VXString("ab\0cd", 5).length(), 2U);
+    EXPECT_TRUE(VXString("\0cd", 3).empty());
+    EXPECT_TRUE(VXString(nullptr).empty());
+    EXPECT_TRUE(VXString(nullptr, 7).empty());
+    EXPECT_EQ(VXString("\xC3\xA9", 1).GetUTF8String(), "\xC3") << "bytes behind the size are not looked at";
+}
+
+TEST(VXString, EmptyInEveryWayOwnsNothing) {
+    VXString text("abc");
+    text.truncate(7);
+    EXPECT_EQ(text, "abc");
+    text.truncate(0);
+    EXPECT_EQ(text.begin(), nullptr);
+    text = "abc";
+    text = VXString();
+    EXPECT_EQ(text.begin(), nullptr);
+    text = "abc";
+    const VXString empty;
+    text = empty;
+    EXPECT_EQ(text.begin(), nullptr);
+    const VXString moved = std::move(text += "x");
+    EXPECT_EQ(text.begin(), nullptr);
+    EXPECT_EQ(moved, "x");
+}
+
+TEST(VXString, AssignsAndAppendsFromItself) {
+    VXString text("abcdefgh");
+    for (int i = 0; i < 4; ++i) text += text;
+    EXPECT_EQ(text.length(), 128U);
+    EXPECT_EQ(text.substr(120), "abcdefgh");
+    text.truncate(100);
+    text.append(text.GetUnits().substr(98));  // fits without a new block
+    EXPECT_EQ(text.substr(96), "abcdcd");
+
+    VXString& same = text;
+    text = same;
+    EXPECT_EQ(text.length(), 102U);
+    text = std::move(same);
+    EXPECT_EQ(text.length(), 102U);
+    text = text.substr(99, 3);
+    EXPECT_EQ(text, "dcd");
+}
+
+TEST(VXString, CopiesDoNotShare) {
+    VXString first("first");
+    VXString second = first;
+    second[0] = u'F';
+    second.push_back(u'!');
+    EXPECT_EQ(first, "first");
+    EXPECT_EQ(second, "First!");
+    second = first;  // into the block that is there
+    EXPECT_EQ(second, "first");
+    second = "longer than any block it had so far";
+    EXPECT_EQ(second.length(), 35U);
+}
+
+TEST(VXString, GrowsGeometrically) {
+    VXString text;
+    int blocks = 0;
+    const char16_t* block = nullptr;
+    for (int i = 0; i < 100000; ++i) {
+        text.push_back(static_cast<char16_t>(i % 0x7F + 1));
+        if (text.begin() != block) ++blocks;
+        block = text.begin();
+    }
+    EXPECT_EQ(text.length(), 100000U);
+    EXPECT_EQ(text[99999], 99999 % 0x7F + 1);
+    EXPECT_LT(blocks, 40);
+}
+
+TEST(VXString, FindsAndOrdersByUnit) {
+    const VXString text("banana");
+    EXPECT_EQ(text.find(u'n'), 2U);
+    EXPECT_EQ(text.find(u'n', 3), 4U);
+    EXPECT_EQ(text.find("ana", 2), 3U);
+    EXPECT_EQ(text.find(u'x'), static_cast<std::size_t>(-1));
+    EXPECT_EQ(text.find(u'n', 99), VXString::npos);
+    EXPECT_EQ(VXString().find(u'n'), VXString::npos);
+    EXPECT_TRUE(text.substr(6).empty());
+    EXPECT_TRUE(text.substr(99, 1).empty());
+
+    EXPECT_LT(VXString("a"), VXString("aa"));
+    EXPECT_LT(VXString(), VXString("a"));
+    EXPECT_LT(VXString("z"), VXString("\xC3\xA9")) << "units are unsigned";
+    EXPECT_LT(VXString("\xF0\x90\x80\x80"), VXString("\xEE\x80\x80")) << "by unit, not by character";
+}
