@@ -6,6 +6,8 @@
 #include "framework/VXSwfDefinitionTag.h"
 #include "framework/VXSwfTag.h"
 #include "media/VXSwfDefineBitsJpegTag.h"
+#include "media/VXSwfDefineButtonSoundTag.h"
+#include "media/VXSwfStartSoundTag.h"
 #include "timeline/VXSwfDefineBinaryDataTag.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
 #include "timeline/VXSwfEnableDebugger2Tag.h"
@@ -35,6 +37,8 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_SETBACKGROUNDCOLOR, Make<VXSwfSetBackgroundColorTag>, MakeRaw},
     {TAG_DEFINEFONT, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEFONTINFO, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_STARTSOUND, Make<VXSwfStartSoundTag>, MakeRaw},
+    {TAG_DEFINEBUTTONSOUND, Make<VXSwfDefinitionTag>, Make<VXSwfDefineButtonSoundTag>},
     {TAG_DEFINEBITSLOSSLESS, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBITSJPEG2, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINEBUTTONCXFORM, Make<VXSwfDefinitionTag>, MakeRaw},

@@ -1,0 +1,43 @@
+#include "media/VXSwfDefineButtonSoundTag.h"
+
+#include "framework/VXFlintIDMap.h"
+
+VXSwfDefineButtonSoundTag::VXSwfDefineButtonSoundTag(enuTagType type) : VXSwfControlTag(type) {}
+
+VXSwfDefineButtonSoundTag::~VXSwfDefineButtonSoundTag() = default;
+
+VXErrorCodeEnum VXSwfDefineButtonSoundTag::LoadDataFromStream(VXBitStream& in) {
+    VX_RETURN_IF_FAILED(in.ReadWord(ButtonId));
+    for (unsigned int i = 0; i < kNumSounds; ++i) {
+        VX_RETURN_IF_FAILED(in.ReadWord(ButtonSoundChar[i]));
+        // An info that ends early leaves nothing for the next ID, and that one reports it.
+        if (ButtonSoundChar[i] != 0) VXIgnore(ButtonSoundInfo[i].LoadFromStream(in));
+    }
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfDefineButtonSoundTag::DumpFields(VXBitStream& body) {
+    VX_RETURN_IF_FAILED(body.WriteWord(ButtonId));
+    for (unsigned int i = 0; i < kNumSounds; ++i) {
+        VX_RETURN_IF_FAILED(body.WriteWord(ButtonSoundChar[i]));
+        if (ButtonSoundChar[i] != 0) VX_RETURN_IF_FAILED(ButtonSoundInfo[i].DumpToStream(body));
+    }
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfDefineButtonSoundTag::DumpToStream(VXBitStream& out) {
+    VXBitStream body;
+    VX_RETURN_IF_FAILED(DumpFields(body));
+    return DumpBody(out, body);
+}
+
+void VXSwfDefineButtonSoundTag::UpdateReferenceIDs(VXFlintIDMap* map) {
+    if (map == nullptr) return;
+    const auto update = [map](unsigned short& id) {
+        if (id == 0) return;
+        const unsigned short newId = map->GetNewId(id);
+        if (newId != 0) id = newId;
+    };
+    update(ButtonId);
+    for (unsigned short& id : ButtonSoundChar) update(id);
+}
