@@ -288,22 +288,20 @@ VXErrorCodeEnum VXBitStream::ReadVXString(VXString& text) {
     DropBits();
     const unsigned int streamStart = m_Stream != nullptr ? m_Stream->Tell() : 0;
     const unsigned int remaining = GetRemaining();
-    const void* nul = remaining == 0 ? nullptr : std::memchr(m_Buffer + m_Position, 0, remaining);
-    if (m_Stream != nullptr) {
-        // The way back to the start goes to the output stream, so the buffer stays behind what was scanned.
-        m_Position += nul == nullptr ? remaining
-                                     : static_cast<unsigned int>(static_cast<const unsigned char*>(nul) -
-                                                                 (m_Buffer + m_Position)) +
-                                           1;
-        VXSeekTo(*m_Stream, streamStart);
-        return ReadVXString(text, remaining + 1);
-    }
+    const unsigned char* start = remaining == 0 ? nullptr : m_Buffer + m_Position;
+    const void* nul = remaining == 0 ? nullptr : std::memchr(start, 0, remaining);
     if (nul == nullptr) {
         m_Position += remaining;
+        if (m_Stream != nullptr) VXSeekTo(*m_Stream, streamStart);
         return kVXFailure;
     }
-    const auto count =
-        static_cast<unsigned int>(static_cast<const unsigned char*>(nul) - (m_Buffer + m_Position));
+    const auto count = static_cast<unsigned int>(static_cast<const unsigned char*>(nul) - start);
+    if (m_Stream != nullptr) {
+        // Kept: the way back to the start goes to the output stream. The buffer stays behind the NUL, and the
+        // bytes that follow it are taken for the text.
+        m_Position += count + 1;
+        VXSeekTo(*m_Stream, streamStart);
+    }
     return ReadVXString(text, count + 1);
 }
 

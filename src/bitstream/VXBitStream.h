@@ -125,6 +125,8 @@ public:
     VXErrorCodeEnum ReadVXString(VXString& text, unsigned int length);
     /// Reads up to a NUL and consumes it. 1 without one: the string is then empty and the position at the
     /// end.
+    ///
+    /// Kept: with an output stream set, the string is measured here and read behind its own NUL.
     VXErrorCodeEnum ReadVXString(VXString& text);
     /// Always 0.
     ///
@@ -193,8 +195,8 @@ private:
     unsigned int m_Size = 0;
     unsigned int m_Capacity = 0;
     unsigned int m_Position = 0;
-    unsigned int m_BitBuffer =
-        0;  // writing: pending bits at the top of the low byte; reading: unread ones at its bottom
+    // Writing: pending bits at the top of the low byte. Reading: unread ones at its bottom.
+    unsigned int m_BitBuffer = 0;
     unsigned int m_BitCount = 0;  // 0 to 7
     short m_Attached = 0;
     unsigned int m_Reserved = 0;  // what the allocator was asked for, at least the capacity
@@ -220,7 +222,10 @@ inline VXErrorCodeEnum VXBitStream::ReadWord(unsigned short& value) {
 inline VXErrorCodeEnum VXBitStream::ReadDWord(unsigned int& value) {
     DropBits();
     value = 0;
-    return ReadUpTo(&value, 4) == 4 ? kVXSuccess : kVXFailure;
+    if (GetRemaining() < 4) return ReadUpTo(&value, 4) == 4 ? kVXSuccess : kVXFailure;
+    std::memcpy(&value, m_Buffer + m_Position, sizeof value);
+    m_Position += 4;
+    return kVXSuccess;
 }
 
 inline VXErrorCodeEnum VXBitStream::ReadBits(unsigned int count, unsigned int& value) {
@@ -269,26 +274,26 @@ inline VXErrorCodeEnum VXBitStream::WriteBits(unsigned int value, unsigned int c
         RepeatBits(0, count - 32);
         count = 32;
     }
-    const unsigned int pending = (m_BitBuffer & 0xFFu) >> (8 - m_BitCount);
-    // Added, not or-ed: what does not fit its field spoils the bits in front of it.
-    const std::uint64_t bits = (std::uint64_t{pending} << count) + value;
+    // The next byte to go out stands at bit `left` and above. The field is added, not or-ed: what
+    // does not fit it spoils the bits in front.
     unsigned int left = m_BitCount + count;
+    const std::uint64_t bits = (std::uint64_t{m_BitBuffer} << left) + (std::uint64_t{value} << 8);
     if (left >= 8) {
         if (m_Stream == nullptr && std::uint64_t{m_Position} + left / 8 <= std::uint64_t{m_Capacity}) {
             do {
-                left -= 8;
                 m_Buffer[m_Position++] = static_cast<unsigned char>(bits >> left);
+                left -= 8;
             } while (left >= 8);
             if (m_Position > m_Size) m_Size = m_Position;
         } else {
             do {
-                left -= 8;
                 PutBitByte(static_cast<unsigned char>(bits >> left));
+                left -= 8;
             } while (left >= 8);
         }
     }
     m_BitCount = left;
-    m_BitBuffer = static_cast<unsigned int>(bits << (8 - left)) & 0xFFu;
+    m_BitBuffer = static_cast<unsigned int>(bits >> left) & 0xFFu;
     return kVXSuccess;
 }
 

@@ -96,8 +96,10 @@ short VXBitStream::Compress(unsigned int offset, short returnBuffer, unsigned ch
     }
     Clean();
     const std::uint64_t size = std::uint64_t{length} + offset;
-    if (size > UINT_MAX || EnsureSize(static_cast<unsigned int>(size)) == 0) return 0;
+    if (size > UINT_MAX || !Grow(static_cast<unsigned int>(size))) return 0;
+    std::memset(m_Buffer, 0, offset);
     std::memcpy(m_Buffer + offset, deflated.get(), length);
+    m_Size = static_cast<unsigned int>(size);
     return 1;
 }
 

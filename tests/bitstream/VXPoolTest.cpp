@@ -1,0 +1,95 @@
+#include "bitstream/VXPool.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <list>
+#include <thread>
+#include <vector>
+
+namespace {
+
+struct Piece {
+    unsigned char* bytes;
+    std::size_t size;
+    unsigned char mark;
+};
+
+void Check(const Piece& piece) {
+    for (std::size_t i = 0; i < piece.size; ++i) ASSERT_EQ(piece.bytes[i], piece.mark);
+}
+
+/// Takes and frees blocks of all sizes in a scrambled order; no two may ever overlap.
+void Churn(unsigned int seed, int rounds) {
+    std::vector<Piece> pieces;
+    unsigned int random = seed;
+    const auto next = [&random] { return (random = random * 1664525u + 1013904223u) >> 8; };
+    for (int i = 0; i < rounds; ++i) {
+        if (!pieces.empty() && next() % 5 < 2) {
+            Piece& piece = pieces[next() % pieces.size()];
+            Check(piece);
+            VXPool::Free(piece.bytes, piece.size);
+            piece = pieces.back();
+            pieces.pop_back();
+        } else {
+            const std::size_t size = next() % (VXPool::kLargest + 40);
+            auto* bytes = static_cast<unsigned char*>(VXPool::Allocate(size));
+            ASSERT_EQ(reinterpret_cast<std::uintptr_t>(bytes) % 8, 0u);
+            const auto mark = static_cast<unsigned char>(next());
+            std::memset(bytes, mark, size);
+            pieces.push_back({bytes, size, mark});
+        }
+    }
+    for (const Piece& piece : pieces) {
+        Check(piece);
+        VXPool::Free(piece.bytes, piece.size);
+    }
+}
+
+TEST(VXPool, BlocksOfAllSizesKeepTheirBytes) {
+    VXPool::Free(nullptr, 8);
+    Churn(1, 60000);
+}
+
+TEST(VXPool, ManyPagesComeAndGo) {
+    // More than the reserve, twice: the second round lives on pages that went back to the system.
+    for (int round = 0; round < 2; ++round) {
+        std::vector<void*> blocks;
+        for (int i = 0; i < 60000; ++i) {
+            blocks.push_back(VXPool::Allocate(200));
+            std::memset(blocks.back(), round + 1, 200);
+        }
+        for (void* block : blocks) {
+            ASSERT_EQ(static_cast<unsigned char*>(block)[199], round + 1);
+            VXPool::Free(block, 200);
+        }
+    }
+}
+
+TEST(VXPool, ThreadsMayFreeWhatOthersTook) {
+    std::vector<std::thread> threads;
+    for (unsigned int i = 0; i < 4; ++i) threads.emplace_back(Churn, i + 7, 20000);
+    for (std::thread& thread : threads) thread.join();
+
+    std::list<int, VXPoolAllocator<int>> nodes;
+    std::thread([&nodes] { nodes.assign(5000, 42); }).join();
+    EXPECT_EQ(nodes.back(), 42);
+    nodes.clear();
+}
+
+struct Base : VXPooled {
+    virtual ~Base() = default;
+};
+struct Derived : Base {
+    unsigned char bytes[300] = {};
+};
+
+TEST(VXPool, DeleteThroughABaseTellsTheWholeSize) {
+    std::vector<Base*> objects;
+    for (int i = 0; i < 1000; ++i) objects.push_back(i % 2 == 0 ? new Base : new Derived);
+    for (Base* object : objects) delete object;
+    Churn(3, 2000);
+}
+
+}  // namespace
