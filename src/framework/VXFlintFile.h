@@ -9,10 +9,14 @@
 
 /// One movie: a header and a set of tags.
 ///
-///     u8          'F' for a plain movie, 'C' for one whose rest, from offset 8 on, is a zlib stream (RFC
-///     1950) u8 u8       'W' 'S' u8          version u32         length of the whole movie before
-///     compression, these 8 bytes included Rectangle   frame, in twips on the wire u16         frames per
-///     second, 8.8 fixed point u16         number of frames tags, the last of type 0
+///     u8          'F' for a plain movie, 'C' for one whose rest, from offset 8 on, is a zlib stream
+///     u8 u8       'W' 'S'
+///     u8          version
+///     u32         length of the whole movie before compression, these 8 bytes included
+///     Rectangle   frame, in twips on the wire
+///     u16         frames per second, 8.8 fixed point
+///     u16         number of frames
+///     tags, the last of type 0
 ///
 /// Kept: the fraction of the frame rate is dropped by a load, so 12.5 comes back as 12.
 ///

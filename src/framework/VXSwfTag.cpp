@@ -25,6 +25,8 @@ VXSwfTag::VXSwfTag(const VXSwfTag& other)
       m_FLVersion(other.m_FLVersion) {}
 
 VXSwfTag& VXSwfTag::operator=(const VXSwfTag& other) {
+    if (this == &other) return *this;
+    DropLoans();
     m_TagType = other.m_TagType;
     m_TagLen = other.m_TagLen;
     m_Data = other.m_Data;
@@ -34,7 +36,10 @@ VXSwfTag& VXSwfTag::operator=(const VXSwfTag& other) {
     return *this;
 }
 
-VXSwfTag::~VXSwfTag() {
+VXSwfTag::~VXSwfTag() { DropLoans(); }
+
+/// A loan has the length that the tag states, so none may outlive a change of it.
+void VXSwfTag::DropLoans() {
     while (m_DataStack != nullptr) SetData(nullptr);
 }
 
@@ -43,6 +48,7 @@ VXErrorCodeEnum VXSwfTag::LoadFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(in.ReadWord(header));
     m_TagType = static_cast<enuTagType>(header >> 6);
     m_TagLen = header & 0x3Fu;
+    DropLoans();
     m_Data = VXByteBlock();
     if (m_TagLen == kLongLength) {
         m_IsLongTag = 1;

@@ -33,7 +33,7 @@ public:
 
     /// Reads header and body, then the fields. 1 when the header ends early or no byte of the body is there;
     /// a body that is cut short otherwise loads as long as it is. A failure of the fields comes back as it
-    /// is.
+    /// is. What was kept or lent before is dropped.
     virtual VXErrorCodeEnum LoadFromStream(VXBitStream& in);
     /// Writes header and body.
     virtual VXErrorCodeEnum DumpToStream(VXBitStream& out);
@@ -119,6 +119,7 @@ private:
     static constexpr unsigned int kLongLength = 63;
 
     unsigned char* GetBody() const;
+    void DropLoans();
 
     enuTagType m_TagType;
     unsigned int m_TagLen = 0;

@@ -1,5 +1,7 @@
 #include "framework/VXSwfTagSet.h"
 
+#include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "framework/VXSwfTag.h"
@@ -11,11 +13,12 @@ struct VXSwfTagSet::LoadLimits {
 
     std::uint64_t nestedBytesLeft;
 
-    /// Whether a sprite of that length, inside `level` others, is still to be opened.
+    /// Whether a sprite of so many bytes, inside `level` others, is still to be opened.
     bool Admit(unsigned int level, unsigned int length) {
         if (level >= kDeepest) return false;
-        if (level != 0 && nestedBytesLeft < length) return false;
-        nestedBytesLeft -= nestedBytesLeft < length ? nestedBytesLeft : length;
+        if (level == 0) return true;
+        if (nestedBytesLeft < length) return false;
+        nestedBytesLeft -= length;
         return true;
     }
 };
@@ -90,33 +93,38 @@ VXErrorCodeEnum VXSwfTagSet::LoadTags(VXBitStream& in, unsigned char version, Lo
         enuTagType type = VXSwfTagFactory::TAG_END;
         VX_RETURN_IF_FAILED(VXSwfTag::PeepTagType(in, type));
         if (type == VXSwfTagFactory::TAG_END) return kVXSuccess;
-        VXSwfTag* tag = nullptr;
-        VXSwfTagSet* nested = nullptr;
-        unsigned int length = 0;
-        if (type != VXSwfTagFactory::TAG_DEFINESPRITE) {
-            tag = VXSwfTagFactory::CreateTagOfType(type, 1, m_ParsingMode);
-        } else if (VXSwfTag::PeepTagLength(in, length) == kVXSuccess && !limits.Admit(m_Level, length)) {
-            tag = VXSwfTagFactory::MakeRaw(type);
+        TagOwner tag(nullptr, &VXSwfTagFactory::DeleteTag);
+        if (type == VXSwfTagFactory::TAG_DEFINESPRITE) {
+            VX_RETURN_IF_FAILED(LoadSprite(in, version, limits, tag));
         } else {
-            tag = VXSwfTagFactory::CreateTagOfType(type, 1, m_ParsingMode);
-            nested = dynamic_cast<VXSwfTagSet*>(tag);
-        }
-        if (tag != nullptr) {
+            tag.reset(VXSwfTagFactory::CreateTagOfType(type, 1, m_ParsingMode));
             tag->SetFLVersion(version);
-            if (nested != nullptr) {
-                nested->m_ParsingMode = m_ParsingMode;
-                nested->m_Level = static_cast<unsigned char>(m_Level + 1);
-                nested->m_LoadLimits = &limits;
-            }
-            const VXErrorCodeEnum result = tag->LoadFromStream(in);
-            if (nested != nullptr) nested->m_LoadLimits = nullptr;
-            if (result != kVXSuccess) {
-                VXSwfTagFactory::DeleteTag(tag);
-                return result;
-            }
+            VX_RETURN_IF_FAILED(tag->LoadFromStream(in));
         }
-        IncludeTag(tag, -1);
+        IncludeTag(tag.release(), -1);
     }
+}
+
+VXErrorCodeEnum VXSwfTagSet::LoadSprite(VXBitStream& in, unsigned char version, LoadLimits& limits,
+                                        TagOwner& tag) {
+    unsigned int length = 0;
+    VX_RETURN_IF_FAILED(VXSwfTag::PeepTagLength(in, length));
+    // What the header claims beyond the end of the data takes nothing.
+    if (!limits.Admit(m_Level, std::min(length, in.GetRemaining()))) {
+        tag.reset(VXSwfTagFactory::MakeRaw(VXSwfTagFactory::TAG_DEFINESPRITE));
+        tag->SetFLVersion(version);
+        return tag->LoadFromStream(in);
+    }
+    tag.reset(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_DEFINESPRITE, 1, m_ParsingMode));
+    tag->SetFLVersion(version);
+    auto* nested = dynamic_cast<VXSwfTagSet*>(tag.get());
+    if (nested == nullptr) return tag->LoadFromStream(in);
+    nested->m_ParsingMode = m_ParsingMode;
+    nested->m_Level = static_cast<unsigned char>(m_Level + 1);
+    nested->m_LoadLimits = &limits;
+    const VXErrorCodeEnum result = tag->LoadFromStream(in);
+    nested->m_LoadLimits = nullptr;
+    return result;
 }
 
 VXErrorCodeEnum VXSwfTagSet::DumpToStream(VXBitStream& out) {

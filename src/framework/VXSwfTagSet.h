@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <list>
 #include <map>
+#include <memory>
 #include <vector>
 
 #include "bitstream/VXBitStream.h"
@@ -173,10 +174,12 @@ public:
 
 private:
     struct LoadLimits;
+    using TagOwner = std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)>;
 
     void UpdateNewTagId(VXSwfDefineSpriteTag* sprite, const VXString& name, IVXSwfIdGenerator* generator,
                         tVXSwfReservedIDEnum reservedId, VXFlintIDMap& idMap);
     VXErrorCodeEnum LoadTags(VXBitStream& in, unsigned char version, LoadLimits& limits);
+    VXErrorCodeEnum LoadSprite(VXBitStream& in, unsigned char version, LoadLimits& limits, TagOwner& tag);
     /// The `frame`th ShowFrame tag, or the end.
     TagIter FindFrameEnd(unsigned int frame) const;
     static void Hold(VXSwfTag* tag);
