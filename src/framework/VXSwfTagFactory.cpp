@@ -6,6 +6,7 @@
 #include "framework/VXSwfDefinitionTag.h"
 #include "framework/VXSwfTag.h"
 #include "media/VXSwfDefineBitsJpegTag.h"
+#include "media/VXSwfDefineBitsLossless2Tag.h"
 #include "media/VXSwfDefineButtonSoundTag.h"
 #include "media/VXSwfStartSoundTag.h"
 #include "timeline/VXSwfDefineBinaryDataTag.h"
@@ -43,6 +44,7 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEBITSJPEG2, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINEBUTTONCXFORM, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBITSJPEG3, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
+    {TAG_DEFINEBITSLOSSLESS2, Make<VXSwfDefineBitsLossless2Tag>, MakeRaw},
     {TAG_DEFINESPRITE, Make<VXSwfDefineSpriteTag>, Make<VXSwfDefineSpriteTag>},
     {TAG_DEFINEMORPHSHAPE, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEVIDEOSTREAM, Make<VXSwfDefinitionTag>, MakeRaw},

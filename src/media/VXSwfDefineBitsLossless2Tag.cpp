@@ -1,0 +1,162 @@
+#include "media/VXSwfDefineBitsLossless2Tag.h"
+
+#include <climits>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "media/CQuantizer.h"
+
+namespace {
+
+constexpr unsigned int kPaletteFormat = 3;
+constexpr unsigned int kFifteenBitFormat = 4;
+constexpr unsigned int kTrueColorFormat = 5;
+
+constexpr std::size_t kPixelSize = 4;
+constexpr std::size_t kPixelSize16 = 2;
+
+/// The uncompressed block, written from front to back. It has no bytes when they cannot be had.
+class Block {
+public:
+    Block(std::size_t stride, std::size_t height, std::size_t tableSize)
+        : m_Padding((0 - stride) & 3), m_Size((stride + m_Padding) * std::uint64_t{height} + tableSize) {
+        if (m_Size <= UINT_MAX) m_Bytes.reset(new (std::nothrow) unsigned char[m_Size]);
+        m_Next = m_Bytes.get();
+    }
+
+    explicit operator bool() const { return m_Bytes != nullptr; }
+    const unsigned char* GetBytes() const { return m_Bytes.get(); }
+    unsigned int GetSize() const { return static_cast<unsigned int>(m_Size); }
+    /// Room for the next so many bytes.
+    unsigned char* Take(std::size_t count) {
+        unsigned char* room = m_Next;
+        m_Next += count;
+        return room;
+    }
+    void EndRow() { std::memset(Take(m_Padding), 0, m_Padding); }
+
+private:
+    std::size_t m_Padding;
+    std::uint64_t m_Size;
+    std::unique_ptr<unsigned char[]> m_Bytes;
+    unsigned char* m_Next = nullptr;
+};
+
+void PremultiplyRow(const unsigned char* pixels, std::size_t width, unsigned char* target) {
+    for (std::size_t x = 0; x < width; ++x, pixels += kPixelSize, target += kPixelSize) {
+        const unsigned int alpha = pixels[3];
+        target[0] = pixels[3];
+        target[1] = static_cast<unsigned char>(pixels[0] * alpha >> 8);
+        target[2] = static_cast<unsigned char>(pixels[1] * alpha >> 8);
+        target[3] = static_cast<unsigned char>(pixels[2] * alpha >> 8);
+    }
+}
+
+}  // namespace
+
+VXSwfDefineBitsLossless2Tag::VXSwfDefineBitsLossless2Tag(enuTagType type) : VXSwfDefinitionTag(type) {}
+
+VXSwfDefineBitsLossless2Tag::~VXSwfDefineBitsLossless2Tag() = default;
+
+VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::CreateImage(const VXImage& image, VXBitmapQualityEnum quality) {
+    SetSize(image.GetWidth(), image.GetHeight());
+    ZlibBitmapData = VXByteBlock();
+    const unsigned char* pixels = image.GetBuffer();
+    const std::size_t sourceStride = std::size_t{image.GetWidth()} * kPixelSize;
+    const auto rowAt = [=](std::size_t y) { return pixels + y * sourceStride; };
+    CQuantizer quantizer;
+    std::vector<CQuantizer::Color> palette;
+    BitmapFormat = kTrueColorFormat;
+    if (quality == kVXBitmapQualityPalette) {
+        for (std::size_t y = 0; pixels != nullptr && y < BitmapHeight; ++y) {
+            quantizer.AddPixels(rowAt(y), BitmapWidth);
+        }
+        palette = quantizer.MakePalette();
+        BitmapColorTableSize = static_cast<unsigned char>(palette.size() - 1);
+        BitmapFormat = kPaletteFormat;
+    }
+    if (pixels == nullptr) return kVXSuccess;
+    const std::size_t tableSize = palette.size() * kPixelSize;
+    Block block(palette.empty() ? BitmapWidth * kPixelSize : BitmapWidth, BitmapHeight, tableSize);
+    if (!block) return kVXSuccess;
+    for (const CQuantizer::Color& color : palette)
+        std::memcpy(block.Take(kPixelSize), color.data(), kPixelSize);
+    for (std::size_t y = 0; y < BitmapHeight; ++y) {
+        if (palette.empty()) {
+            PremultiplyRow(rowAt(y), BitmapWidth, block.Take(BitmapWidth * kPixelSize));
+        } else {
+            quantizer.MapPixels(rowAt(y), BitmapWidth, block.Take(BitmapWidth));
+        }
+        block.EndRow();
+    }
+    Deflate(block.GetBytes(), block.GetSize());
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::CreateImage(const VXImage16BPP& image) {
+    SetSize(image.GetWidth(), image.GetHeight());
+    ZlibBitmapData = VXByteBlock();
+    BitmapFormat = kFifteenBitFormat;
+    const unsigned char* pixels = image.GetBuffer();
+    if (pixels == nullptr) return kVXFailure;
+    const std::size_t stride = BitmapWidth * kPixelSize16;
+    Block block(stride, BitmapHeight, 0);
+    if (!block) return kVXSuccess;
+    for (std::size_t y = 0; y < BitmapHeight; ++y) {
+        unsigned char* row = block.Take(stride);
+        std::memcpy(row, pixels + y * image.GetWidth() * kPixelSize16, stride);
+        for (std::size_t x = 0; x < stride; x += kPixelSize16) row[x] &= 0x7F;
+        block.EndRow();
+    }
+    Deflate(block.GetBytes(), block.GetSize());
+    return kVXSuccess;
+}
+
+void VXSwfDefineBitsLossless2Tag::SetSize(unsigned int width, unsigned int height) {
+    BitmapWidth = static_cast<unsigned short>(width);
+    BitmapHeight = static_cast<unsigned short>(height);
+}
+
+void VXSwfDefineBitsLossless2Tag::Deflate(const unsigned char* plain, unsigned int size) {
+    VXBitStream stream;
+    stream.LoadFromAllocedMem(plain, size);
+    unsigned char* deflated = nullptr;
+    unsigned int length = 0;
+    if (stream.Compress(0, 1, &deflated, &length) == 0) return;
+    // The array has the length of the worst case; what stays has its own.
+    ZlibBitmapData = VXByteBlock::CopyOf(deflated, length);
+    delete[] deflated;
+}
+
+VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::DumpFields(VXBitStream& body) const {
+    VX_RETURN_IF_FAILED(body.WriteByte(static_cast<unsigned char>(BitmapFormat)));
+    VX_RETURN_IF_FAILED(body.WriteWord(BitmapWidth));
+    VX_RETURN_IF_FAILED(body.WriteWord(BitmapHeight));
+    if (BitmapFormat == kPaletteFormat) VX_RETURN_IF_FAILED(body.WriteByte(BitmapColorTableSize));
+    return body.Write(ZlibBitmapData.GetBytes(), ZlibBitmapData.GetSize());
+}
+
+VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::DumpToStream(VXBitStream& out) {
+    VXBitStream body;
+    BeginBody(body);
+    SetIsLongTag(1);
+    VX_RETURN_IF_FAILED(DumpFields(body));
+    return DumpBody(out, body);
+}
+
+void VXSwfDefineBitsLossless2Tag::GetTextInfo(VXString& text) {
+    VXSwfDefinitionTag::GetTextInfo(text);
+    const char* format = "***Unknown";
+    if (BitmapFormat == kPaletteFormat) format = "8Bit";
+    if (BitmapFormat == kFifteenBitFormat) format = "15Bit";
+    if (BitmapFormat == kTrueColorFormat) format = "24Bit";
+    const std::string description = std::string(" - Format=") + format +                           //
+                                    " - Width=" + std::to_string(BitmapWidth) +                    //
+                                    " - Height=" + std::to_string(BitmapHeight) +                  //
+                                    " - ColorTableSize=" + std::to_string(BitmapColorTableSize) +  //
+                                    " - BitmapDataSize=" + std::to_string(ZlibBitmapData.GetSize());
+    text += VXString(description.c_str());
+}
