@@ -40,6 +40,8 @@
 #include "platform/VXSizeNPositionData.h"
 #include "platform/VXString.h"
 #include "platform/VXTypes.h"
+#include "scripting/VXFlintActionRecord.h"
+#include "scripting/VXFlintActionRecords.h"
 #include "timeline/VXSwfDefineBinaryDataTag.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
 #include "timeline/VXSwfEnableDebugger2Tag.h"
