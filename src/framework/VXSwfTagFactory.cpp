@@ -10,6 +10,7 @@
 #include "media/VXSwfDefineButtonSoundTag.h"
 #include "media/VXSwfStartSoundTag.h"
 #include "timeline/VXSwfDefineBinaryDataTag.h"
+#include "timeline/VXSwfDefineButton2Tag.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
 #include "timeline/VXSwfEnableDebugger2Tag.h"
 #include "timeline/VXSwfFileAttributesTag.h"
@@ -43,6 +44,7 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEBITSLOSSLESS, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBITSJPEG2, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINEBUTTONCXFORM, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEBUTTON2, Make<VXSwfDefineButton2Tag>, Make<VXSwfDefineButton2Tag>},
     {TAG_DEFINEBITSJPEG3, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINEBITSLOSSLESS2, Make<VXSwfDefineBitsLossless2Tag>, MakeRaw},
     {TAG_DEFINESPRITE, Make<VXSwfDefineSpriteTag>, Make<VXSwfDefineSpriteTag>},

@@ -1,0 +1,164 @@
+#include "timeline/VXSwfDefineButton2Tag.h"
+
+#include "framework/VXFlintIDMap.h"
+
+VXSwfDefineButton2Tag::VXSwfDefineButton2Tag(enuTagType type) : VXSwfDefinitionTag(type) {}
+
+VXSwfDefineButton2Tag::VXSwfDefineButton2Tag(const VXSwfDefineButton2Tag& other)
+    : VXSwfDefinitionTag(other),
+      ReservedFlags(other.ReservedFlags),
+      TrackAsMenu(other.TrackAsMenu),
+      ActionOffset(other.ActionOffset),
+      NextActionPos(other.NextActionPos),
+      ButtonDependents(other.ButtonDependents) {
+    CopyLists(other);
+}
+
+VXSwfDefineButton2Tag& VXSwfDefineButton2Tag::operator=(const VXSwfDefineButton2Tag& other) {
+    if (this == &other) return *this;
+    VXSwfDefinitionTag::operator=(other);
+    ReservedFlags = other.ReservedFlags;
+    TrackAsMenu = other.TrackAsMenu;
+    ActionOffset = other.ActionOffset;
+    NextActionPos = other.NextActionPos;
+    ButtonDependents = other.ButtonDependents;
+    ButtonRecords.clear();
+    ButtonActions.clear();
+    CopyLists(other);
+    return *this;
+}
+
+VXSwfDefineButton2Tag::~VXSwfDefineButton2Tag() = default;
+
+void VXSwfDefineButton2Tag::CopyLists(const VXSwfDefineButton2Tag& other) {
+    for (const auto& record : other.ButtonRecords) {
+        ButtonRecords.push_back(std::make_unique<VXFlintButtonRecord>(*record));
+    }
+    for (const auto& action : other.ButtonActions) {
+        auto copy = std::make_unique<VXFlintButtonCondAction>(*action);
+        // Copies of a list share its actions; these are to be the copy's own.
+        copy->Actions = VXFlintActionRecords();
+        copy->Actions.Copy(action->Actions, 0);
+        ButtonActions.push_back(std::move(copy));
+    }
+}
+
+VXErrorCodeEnum VXSwfDefineButton2Tag::LoadDataFromStream(VXBitStream& in) {
+    VX_RETURN_IF_FAILED(in.ReadBits(7, ReservedFlags));
+    VX_RETURN_IF_FAILED(in.ReadVXBool16(TrackAsMenu));
+    const unsigned int placeholder = in.GetPosition();
+    VX_RETURN_IF_FAILED(in.ReadWord(ActionOffset));
+    NextActionPos = ActionOffset == 0 ? 0 : static_cast<unsigned short>(placeholder + ActionOffset);
+    LoadButtonRecordsFromStream(in);
+    LoadButtonActionsFromStream(in);
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfDefineButton2Tag::DumpFields(VXBitStream& body) {
+    VX_RETURN_IF_FAILED(body.WriteBits(ReservedFlags, 7));
+    VX_RETURN_IF_FAILED(body.WriteVXBool16(TrackAsMenu));
+    const unsigned int placeholder = body.GetPosition();
+    VX_RETURN_IF_FAILED(body.WriteWord(ActionOffset));
+    for (const auto& record : ButtonRecords) VX_RETURN_IF_FAILED(record->DumpToStream(body));
+    VX_RETURN_IF_FAILED(body.WriteByte(0));
+    VX_RETURN_IF_FAILED(DumpButtonActionsToStream(body));
+    if (ActionOffset != 0) {
+        const unsigned int end = body.GetPosition();
+        // Kept: what a load left here is a distance already, and is made one again.
+        VXFlintButtonCondAction::ResetOffset(body, static_cast<int>(placeholder),
+                                             static_cast<unsigned short>(ActionOffset - placeholder));
+        body.SetPosition(end);
+    }
+    return kVXSuccess;
+}
+
+void VXSwfDefineButton2Tag::LoadButtonRecordsFromStream(VXBitStream& in) {
+    for (;;) {
+        unsigned char first = 0;
+        const bool isThere = in.ReadByte(first) == kVXSuccess;
+        if (isThere && first == 0) return;
+        in.MovePosition(-1);
+        ButtonRecords.push_back(std::make_unique<VXFlintButtonRecord>());
+        // Without a zero byte the last byte of the body is taken for one more record.
+        if (ButtonRecords.back()->LoadFromStream(in) != kVXSuccess || !isThere) return;
+    }
+}
+
+void VXSwfDefineButton2Tag::LoadButtonActionsFromStream(VXBitStream& in) {
+    std::vector<bool> visited(NextActionPos == 0 ? 0 : 0x10000);
+    const unsigned int size = in.GetSize();
+    unsigned int consumed = 0;
+    while (NextActionPos != 0 && consumed <= size) {
+        const unsigned int start = NextActionPos;
+        if (visited[start] || in.SetPosition(start) == 0) return;
+        visited[start] = true;
+        unsigned short distance = 0;
+        if (in.ReadWord(distance) != kVXSuccess) return;
+        NextActionPos = distance == 0 ? 0 : static_cast<unsigned short>(start + distance);
+        in.MovePosition(-2);
+        ButtonActions.push_back(std::make_unique<VXFlintButtonCondAction>());
+        VXIgnore(ButtonActions.back()->LoadFromStream(in));  // kept as far as it was read
+        consumed += in.GetPosition() - start;
+    }
+}
+
+VXErrorCodeEnum VXSwfDefineButton2Tag::DumpButtonActionsToStream(VXBitStream& body) {
+    unsigned int last = 0;
+    for (const auto& action : ButtonActions) {
+        last = body.GetPosition();
+        if (ActionOffset == 0) ActionOffset = static_cast<unsigned short>(last);
+        VX_RETURN_IF_FAILED(action->DumpToStream(body));
+        const unsigned int end = body.GetPosition();
+        VXFlintButtonCondAction::ResetOffset(body, static_cast<int>(last),
+                                             static_cast<unsigned short>(end - last));
+        body.SetPosition(end);
+    }
+    if (!ButtonActions.empty()) {
+        const unsigned int end = body.GetPosition();
+        VXFlintButtonCondAction::ResetOffset(body, static_cast<int>(last), 0);
+        body.SetPosition(end);
+    }
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfDefineButton2Tag::DumpToStream(VXBitStream& out) {
+    VXBitStream body;
+    BeginBody(body);
+    VX_RETURN_IF_FAILED(DumpFields(body));
+    return DumpBody(out, body);
+}
+
+void VXSwfDefineButton2Tag::UpdateReferenceIDs(VXFlintIDMap* map) {
+    if (map == nullptr) return;
+    for (const auto& record : ButtonRecords) {
+        if (record->CharacterId == 0) continue;
+        const unsigned short newId = map->GetNewId(record->CharacterId);
+        if (newId != 0) record->CharacterId = newId;
+    }
+}
+
+void VXSwfDefineButton2Tag::CreateButtonRecord(short up, short over, short down, short hit, unsigned short id,
+                                               unsigned short depth) {
+    auto record = std::make_unique<VXFlintButtonRecord>();
+    record->StateUp = up;
+    record->StateOver = over;
+    record->StateDown = down;
+    record->StateHitTest = hit;
+    record->CharacterId = id;
+    record->PlaceDepth = depth;
+    ButtonRecords.push_back(std::move(record));
+}
+
+void VXSwfDefineButton2Tag::AddButtonRecord(VXFlintButtonRecord* record) {
+    if (record != nullptr) ButtonRecords.emplace_back(record);
+}
+
+void VXSwfDefineButton2Tag::AddButtonAction(VXFlintButtonCondAction* action) {
+    if (action != nullptr) ButtonActions.emplace_back(action);
+}
+
+void VXSwfDefineButton2Tag::BuildButtonDependencyList(std::list<unsigned short>& ids, VXSwfTagSet*) const {
+    for (const auto& record : ButtonRecords) {
+        if (record->CharacterId != 0) ids.push_back(record->CharacterId);
+    }
+}
