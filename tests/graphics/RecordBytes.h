@@ -1,0 +1,42 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "support/TagSweep.h"
+
+template <typename Record>
+VXErrorCodeEnum LoadInto(Record& record, const Bytes& bytes) {
+    VXBitStream in = StreamOver(bytes);
+    return record.LoadFromStream(in);
+}
+
+template <typename Record>
+Bytes BytesOfRecord(Record&& record) {
+    VXBitStream out;
+    EXPECT_EQ(record.DumpToStream(out), kVXSuccess);
+    EXPECT_EQ(out.FlushBits(), kVXSuccess);
+    return BytesOf(out);
+}
+
+/// Every load from fewer bytes than these fails; what is loaded into is a copy of `record`.
+template <typename Record>
+void ExpectCutsFail(const Bytes& bytes, const Record& record = {}) {
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        Record cut = record;
+        EXPECT_EQ(LoadInto(cut, Bytes(bytes.data(), bytes.data() + size)), kVXFailure) << size << " bytes";
+    }
+    Record whole = record;
+    EXPECT_EQ(LoadInto(whole, bytes), kVXSuccess);
+}
+
+/// Every dump into fewer bytes than it takes fails. Only for records that end with whole bytes: a lost byte of
+/// bits goes unnoticed.
+template <typename Record>
+void ExpectShortDumpsFail(Record& record) {
+    const std::size_t size = BytesOfRecord(record).size();
+    for (std::size_t room = 0; room < size; ++room) {
+        Bytes buffer(room);
+        VXBitStream out = StreamOver(buffer);
+        EXPECT_EQ(record.DumpToStream(out), kVXFailure) << "room for " << room << " bytes";
+    }
+}
