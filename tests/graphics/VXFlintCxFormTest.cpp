@@ -68,14 +68,8 @@ TEST(VXFlintCxForm, AlphaCountsOnlyWithItsFlag) {
 }
 
 TEST(VXFlintCxForm, OnlyTheDumpAligns) {
+    ExpectAlignedDump<VXFlintCxForm>();
     VXFlintCxForm form;
-    VXBitStream out;
-    EXPECT_EQ(out.WriteBits(1, 1), kVXSuccess);
-    EXPECT_EQ(form.DumpToStream(out), kVXSuccess);
-    EXPECT_EQ(out.WriteBits(1, 1), kVXSuccess);
-    EXPECT_EQ(out.FlushBits(), kVXSuccess);
-    EXPECT_EQ(BytesOf(out), Hex("80 00 80"));
-
     const Bytes bytes = Bits("101 1 0 0010 01 11 00 01 110");
     VXBitStream in = StreamOver(bytes);
     unsigned int bits = 0;

@@ -11,17 +11,24 @@ const Bytes kUnit = Bits(
     "1 10010 010000000000000000 010000000000000000"  // scale: 18 bits, 65536 twice
     "1 00000"                                        // skew: 0 bits
     "00000");                                        // translation: 0 bits
+const Bytes kAll = Bits(
+    "1 00100 0101 1011"              // scale 5, -5
+    "1 00011 010 101"                // skew 2, -3
+    "01010 0110010000 1111111111");  // 400 and -1 twips
+
+void ExpectWidths(const VXFlintMatrix& matrix, unsigned int scale, unsigned int rotate,
+                  unsigned int translate) {
+    EXPECT_EQ(matrix.NScaleBits, scale);
+    EXPECT_EQ(matrix.NRotateBits, rotate);
+    EXPECT_EQ(matrix.NTranslateBits, translate);
+}
 
 TEST(VXFlintMatrix, DumpsWhatItLoads) {
     const Bytes none = Hex("00");
-    const Bytes all = Bits(
-        "1 00100 0101 1011"              // scale 5, -5
-        "1 00011 010 101"                // skew 2, -3
-        "01010 0110010000 1111111111");  // 400 and -1 twips
     const Bytes moved = Bits("0 0 00111 0111111 1000001");
     SweepRecordOf<VXFlintMatrix>("nothing but two flags and a width", none, none);
     SweepRecordOf<VXFlintMatrix>("the identity with its scale pair", kUnit, kUnit);
-    SweepRecordOf<VXFlintMatrix>("every group", all, all);
+    SweepRecordOf<VXFlintMatrix>("every group", kAll, kAll);
     SweepRecordOf<VXFlintMatrix>("a translation alone", moved, moved);
     SweepRecordOf<VXFlintMatrix>("wide fields are narrowed, and -4 is given 4 bits",
                                  Bits("1 00110 000001 111111 1 00011 100 000 00101 00010 11110"),
@@ -30,38 +37,30 @@ TEST(VXFlintMatrix, DumpsWhatItLoads) {
         "-2^30 takes 32 bits, which 5 bits cannot say: the flag in front becomes 0",
         Bits("1 11111 1000000000000000000000000000000 0000000000000000000000000000000 0 00000"),
         Bits("0 00000 11000000000000000000000000000000 00000000000000000000000000000000 0 00000"));
-    ExpectCutsFail<VXFlintMatrix>(all);
+    ExpectCutsFail<VXFlintMatrix>(kAll);
     ExpectCutsFail<VXFlintMatrix>(moved);
 }
 
-TEST(VXFlintMatrix, LoadSetsWhatIsAbsent) {
-    VXFlintMatrix matrix;
-    matrix.ToUnitMatrix();
-    matrix.RotateSkew0 = matrix.RotateSkew1 = 7;
-    ASSERT_EQ(LoadInto(matrix, Bits("0 0 00010 01 11")), kVXSuccess);
-    EXPECT_EQ(matrix.ScaleX, 1) << "the integer 1, not 65536";
-    EXPECT_EQ(matrix.ScaleY, 1);
-    EXPECT_EQ(matrix.NScaleBits, 0u);
-    EXPECT_EQ(matrix.RotateSkew0, 0);
-    EXPECT_EQ(matrix.RotateSkew1, 0);
-    EXPECT_EQ(matrix.NRotateBits, 0u);
-    EXPECT_EQ(matrix.NTranslateBits, 2u);
-    EXPECT_EQ(matrix.TranslateX, 0.05);
-    EXPECT_EQ(matrix.TranslateY, -0.05);
-}
-
-TEST(VXFlintMatrix, LoadKeepsWhatWasRead) {
+TEST(VXFlintMatrix, LoadSetsWhatIsAbsentAndKeepsWhatWasRead) {
     VXFlintMatrix matrix;
     matrix.ToUnitMatrix();
     matrix.TranslateX = 3.5;
     EXPECT_EQ(LoadInto(matrix, Bits("1 00111 0000010 000")), kVXFailure) << "ends inside ScaleY";
-    EXPECT_EQ(matrix.NScaleBits, 7u);
     EXPECT_EQ(matrix.ScaleX, 2);
     EXPECT_EQ(matrix.ScaleY, 65536);
     EXPECT_EQ(LoadInto(matrix, Bits("1 00000 1 0")), kVXFailure) << "ends inside the width of the skew";
-    EXPECT_EQ(matrix.ScaleY, 0);
-    EXPECT_EQ(matrix.NRotateBits, 32u) << "as it was";
+    ExpectWidths(matrix, 0, 32, 32);
     EXPECT_EQ(matrix.TranslateX, 3.5);
+
+    matrix.RotateSkew0 = matrix.RotateSkew1 = 7;
+    ASSERT_EQ(LoadInto(matrix, Bits("0 0 00010 01 11")), kVXSuccess);
+    ExpectWidths(matrix, 0, 0, 2);
+    EXPECT_EQ(matrix.ScaleX, 1) << "the integer 1, not 65536";
+    EXPECT_EQ(matrix.ScaleY, 1);
+    EXPECT_EQ(matrix.RotateSkew0, 0);
+    EXPECT_EQ(matrix.RotateSkew1, 0);
+    EXPECT_EQ(matrix.TranslateX, 0.05);
+    EXPECT_EQ(matrix.TranslateY, -0.05);
 }
 
 TEST(VXFlintMatrix, DumpStoresTheWidthsItWrites) {
@@ -71,47 +70,28 @@ TEST(VXFlintMatrix, DumpStoresTheWidthsItWrites) {
     matrix.TranslateX = 0.025;
     matrix.TranslateY = -0.025;
     EXPECT_EQ(BytesOfRecord(matrix), Bits("0 0 00010 01 00")) << "half a twip goes up";
-    EXPECT_EQ(matrix.NScaleBits, 9u);
-    EXPECT_EQ(matrix.NRotateBits, 9u);
-    EXPECT_EQ(matrix.NTranslateBits, 2u);
+    ExpectWidths(matrix, 9, 9, 2);
     matrix.HasScale = matrix.HasRotate = 2;
     matrix.ScaleX = 3;
     matrix.RotateSkew0 = 0;
     EXPECT_EQ(BytesOfRecord(matrix), Bits("1 00011 011 000 1 00000 00010 01 00"));
-    EXPECT_EQ(matrix.NScaleBits, 3u);
-    EXPECT_EQ(matrix.NRotateBits, 0u);
+    ExpectWidths(matrix, 3, 0, 2);
 }
 
 TEST(VXFlintMatrix, StartsAndEndsOnAByte) {
-    VXBitStream out;
-    VXFlintMatrix matrix;
-    EXPECT_EQ(out.WriteBits(1, 1), kVXSuccess);
-    EXPECT_EQ(matrix.DumpToStream(out), kVXSuccess);
-    EXPECT_EQ(out.WriteBits(1, 1), kVXSuccess);
-    EXPECT_EQ(out.FlushBits(), kVXSuccess);
-    EXPECT_EQ(BytesOf(out), Hex("80 00 80"));
-
-    const Bytes bytes = Join({Hex("FF"), Bits("0 0 00010 01 00 11111"), Hex("AA")});
-    VXBitStream in = StreamOver(bytes);
-    unsigned int bits = 0;
-    ASSERT_EQ(in.ReadBits(1, bits), kVXSuccess);
-    ASSERT_EQ(matrix.LoadFromStream(in), kVXSuccess);
-    EXPECT_EQ(matrix.TranslateX, 0.05);
-    ASSERT_EQ(in.ReadBits(8, bits), kVXSuccess);
-    EXPECT_EQ(bits, 0xAAu);
+    ExpectAlignedDump<VXFlintMatrix>();
+    ExpectAlignedLoad<VXFlintMatrix>(Bits("0 0 00010 01 00 11111"));
 }
 
 TEST(VXFlintMatrix, ToUnitMatrixIsTheIdentity) {
     VXFlintMatrix matrix;
-    ASSERT_EQ(LoadInto(matrix, Bits("1 00011 010 010 1 00011 010 011 00100 0101 0101")), kVXSuccess);
+    ASSERT_EQ(LoadInto(matrix, kAll), kVXSuccess);
     VXFlintMatrix copy;
     copy.Set(matrix);
     matrix.ToUnitMatrix();
-    EXPECT_EQ(matrix.NScaleBits, 32u);
-    EXPECT_EQ(matrix.NRotateBits, 32u);
-    EXPECT_EQ(matrix.NTranslateBits, 32u);
+    ExpectWidths(matrix, 32, 32, 32);
     EXPECT_EQ(BytesOfRecord(matrix), kUnit);
-    EXPECT_EQ(BytesOfRecord(copy), Bits("1 00011 010 010 1 00011 010 011 00100 0101 0101"));
+    EXPECT_EQ(BytesOfRecord(copy), kAll);
 }
 
 TEST(VXFlintMatrix, RotatesInSinglePrecision) {
@@ -136,33 +116,29 @@ TEST(VXFlintMatrix, RotatesInSinglePrecision) {
     EXPECT_EQ(matrix.RotateSkew1, -40621);
     EXPECT_DOUBLE_EQ(matrix.TranslateX, -1.589746117591858);
     EXPECT_DOUBLE_EQ(matrix.TranslateY, 22.75352045893669);
-    EXPECT_EQ(matrix.NScaleBits, 32u);
-    EXPECT_EQ(matrix.NRotateBits, 32u);
-    EXPECT_EQ(matrix.NTranslateBits, 32u);
+    ExpectWidths(matrix, 32, 32, 32);
 
     matrix.ToUnitMatrix();
     matrix.ScaleX = matrix.ScaleY = 1 << 30;
     matrix.Rotate(79.0);
     EXPECT_EQ(matrix.ScaleX, 204879664) << "a more exact pi gives ...536";
     EXPECT_EQ(matrix.RotateSkew1, -1054014144);
-
     matrix.Rotate(std::numeric_limits<VXReal>::infinity());
     EXPECT_EQ(matrix.ScaleX, 0) << "what is not a number becomes 0";
 }
 
 TEST(VXFlintMatrix, ScaleCutsTheTranslation) {
     VXFlintMatrix matrix;
-    matrix.RotateSkew0 = matrix.RotateSkew1 = 99;  // behind a clear flag
+    matrix.ScaleX = matrix.RotateSkew0 = matrix.RotateSkew1 = 99;  // behind clear flags
     matrix.TranslateX = 10.75;
     matrix.TranslateY = -10.75;
     matrix.Scale(1.0);
     EXPECT_EQ(matrix.TranslateX, 10.0) << "whole pixels, even by a factor of 1";
     EXPECT_EQ(matrix.TranslateY, -10.0);
     EXPECT_EQ(matrix.ScaleX, 65536);
-    EXPECT_EQ(matrix.HasRotate, 0);
     EXPECT_EQ(matrix.RotateSkew0, 0);
-    EXPECT_EQ(matrix.NRotateBits, 32u);
-    EXPECT_EQ(matrix.NTranslateBits, 0u);
+    EXPECT_EQ(matrix.HasRotate, 0);
+    ExpectWidths(matrix, 32, 32, 0);
 
     matrix.HasRotate = 1;
     matrix.RotateSkew0 = 11;
@@ -175,9 +151,6 @@ TEST(VXFlintMatrix, ScaleCutsTheTranslation) {
     EXPECT_EQ(matrix.RotateSkew0, -5);
     EXPECT_EQ(matrix.TranslateX, 7.5e9) << "not cut to 32 bits";
     EXPECT_EQ(matrix.TranslateY, 5.0);
-    matrix.Scale(1e30, std::numeric_limits<VXReal>::quiet_NaN());
-    EXPECT_EQ(matrix.ScaleX, INT_MAX);
-    EXPECT_EQ(matrix.ScaleY, 0);
 }
 
 TEST(VXFlintMatrix, ArgumentsMayBeItsOwnFields) {
@@ -187,8 +160,7 @@ TEST(VXFlintMatrix, ArgumentsMayBeItsOwnFields) {
     matrix.Translate(matrix.TranslateY, matrix.TranslateX);
     EXPECT_EQ(matrix.TranslateX, 3.5);
     EXPECT_EQ(matrix.TranslateY, 3.5) << "moved by the old x";
-    EXPECT_EQ(matrix.NTranslateBits, 32u);
-    EXPECT_EQ(matrix.HasScale, 0);
+    ExpectWidths(matrix, 0, 0, 32);
     matrix.Scale(matrix.TranslateX);
     EXPECT_EQ(matrix.ScaleY, 229376);
     EXPECT_EQ(matrix.TranslateY, 12.0) << "3.5 × 3.5, cut";
