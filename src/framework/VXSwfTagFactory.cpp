@@ -9,6 +9,8 @@
 #include "media/VXSwfDefineBitsLossless2Tag.h"
 #include "media/VXSwfDefineButtonSoundTag.h"
 #include "media/VXSwfStartSoundTag.h"
+#include "scripting/VXSwfDoActionTag.h"
+#include "scripting/VXSwfDoInitActionTag.h"
 #include "timeline/VXSwfDefineBinaryDataTag.h"
 #include "timeline/VXSwfDefineButton2Tag.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
@@ -38,6 +40,7 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEBUTTON, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_SETBACKGROUNDCOLOR, Make<VXSwfSetBackgroundColorTag>, MakeRaw},
     {TAG_DEFINEFONT, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DOACTION, Make<VXSwfDoActionTag>, Make<VXSwfDoActionTag>},
     {TAG_DEFINEFONTINFO, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_STARTSOUND, Make<VXSwfStartSoundTag>, MakeRaw},
     {TAG_DEFINEBUTTONSOUND, Make<VXSwfDefinitionTag>, Make<VXSwfDefineButtonSoundTag>},
@@ -49,6 +52,7 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEBITSLOSSLESS2, Make<VXSwfDefineBitsLossless2Tag>, MakeRaw},
     {TAG_DEFINESPRITE, Make<VXSwfDefineSpriteTag>, Make<VXSwfDefineSpriteTag>},
     {TAG_DEFINEMORPHSHAPE, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DOINITACTION, Make<VXSwfDoInitActionTag>, Make<VXSwfDoInitActionTag>},
     {TAG_DEFINEVIDEOSTREAM, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEFONTINFO2, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_ENABLEDEBUGGER2, Make<VXSwfEnableDebugger2Tag>, MakeRaw},

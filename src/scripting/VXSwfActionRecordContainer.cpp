@@ -1,0 +1,3 @@
+#include "scripting/VXSwfActionRecordContainer.h"
+
+VXSwfActionRecordContainer::~VXSwfActionRecordContainer() = default;

@@ -1,0 +1,46 @@
+#include "scripting/VXSwfDoInitActionTag.h"
+
+VXSwfDoInitActionTag::VXSwfDoInitActionTag(enuTagType type) : VXSwfControlTag(type) {}
+
+VXSwfDoInitActionTag::~VXSwfDoInitActionTag() = default;
+
+VXErrorCodeEnum VXSwfDoInitActionTag::LoadDataFromStream(VXBitStream& in) {
+    VX_RETURN_IF_FAILED(in.ReadWord(m_SpriteId));
+    return m_ActionRecords.LoadFromStream(in);
+}
+
+VXErrorCodeEnum VXSwfDoInitActionTag::DumpFields(VXBitStream& body) const {
+    VX_RETURN_IF_FAILED(body.WriteWord(m_SpriteId));
+    return m_ActionRecords.DumpToStream(body);
+}
+
+VXErrorCodeEnum VXSwfDoInitActionTag::DumpToStream(VXBitStream& out) {
+    VXBitStream body;
+    VX_RETURN_IF_FAILED(DumpFields(body));
+    return DumpBody(out, body);
+}
+
+VXSwfTag* VXSwfDoInitActionTag::Copy() {
+    VXSwfTag* copy = VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_DOINITACTION, 0, 0);
+    CopyThroughWire(*copy);
+    return copy;
+}
+
+unsigned short VXSwfDoInitActionTag::GetReferencedID() const { return m_SpriteId; }
+
+void VXSwfDoInitActionTag::SetReferencedID(unsigned short id) { m_SpriteId = id; }
+
+VXErrorCodeEnum VXSwfDoInitActionTag::PushActionRecord(VXFlintActionRecord* record) {
+    m_ActionRecords.PushActionRecord(record);
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfDoInitActionTag::GetSpriteReferenceID(unsigned short& id) const {
+    id = m_SpriteId;
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfDoInitActionTag::SetSpriteReferenceID(unsigned short id) {
+    m_SpriteId = id;
+    return kVXSuccess;
+}
