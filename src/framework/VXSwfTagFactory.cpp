@@ -9,8 +9,11 @@
 #include "media/VXSwfDefineBitsLossless2Tag.h"
 #include "media/VXSwfDefineButtonSoundTag.h"
 #include "media/VXSwfStartSoundTag.h"
+#include "scripting/VXSwfDoABCTag.h"
 #include "scripting/VXSwfDoActionTag.h"
 #include "scripting/VXSwfDoInitActionTag.h"
+#include "scripting/VXSwfExportAssetsTag.h"
+#include "scripting/VXSwfSymbolClassTag.h"
 #include "timeline/VXSwfDefineBinaryDataTag.h"
 #include "timeline/VXSwfDefineButton2Tag.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
@@ -52,12 +55,15 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEBITSLOSSLESS2, Make<VXSwfDefineBitsLossless2Tag>, MakeRaw},
     {TAG_DEFINESPRITE, Make<VXSwfDefineSpriteTag>, Make<VXSwfDefineSpriteTag>},
     {TAG_DEFINEMORPHSHAPE, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_EXPORTASSETS, Make<VXSwfExportAssetsTag>, Make<VXSwfExportAssetsTag>},
     {TAG_DOINITACTION, Make<VXSwfDoInitActionTag>, Make<VXSwfDoInitActionTag>},
     {TAG_DEFINEVIDEOSTREAM, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEFONTINFO2, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_ENABLEDEBUGGER2, Make<VXSwfEnableDebugger2Tag>, MakeRaw},
     {TAG_FILEATTRIBUTES, Make<VXSwfFileAttributesTag>, Make<VXSwfFileAttributesTag>},
     {TAG_DEFINEFONTALIGNZONES, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_SYMBOLCLASS, Make<VXSwfSymbolClassTag>, Make<VXSwfSymbolClassTag>},
+    {TAG_DOABC, Make<VXSwfDoABCTag>, MakeRaw},
     {TAG_DEFINESCENEANDFRAMELABELDATA, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBINARYDATA, Make<VXSwfDefineBinaryDataTag>, MakeRaw},
     {TAG_VXSPECIAL1, Make<VXSwfVXSpecialTag>, MakeRaw},

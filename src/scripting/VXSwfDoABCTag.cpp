@@ -1,0 +1,51 @@
+#include "scripting/VXSwfDoABCTag.h"
+
+#include <algorithm>
+#include <cstring>
+
+VXSwfDoABCTag::VXSwfDoABCTag(enuTagType type) : VXSwfControlTag(type) {}
+
+VXSwfDoABCTag::~VXSwfDoABCTag() = default;
+
+VXErrorCodeEnum VXSwfDoABCTag::LoadDataFromStream(VXBitStream& in) {
+    VX_RETURN_IF_FAILED(in.ReadDWord(m_Flags));
+    VX_RETURN_IF_FAILED(in.ReadVXString(m_Name));
+    const std::size_t inFront = sizeof m_Flags + m_Name.length() + 1;
+    m_ABCDataLen = GetTagLen() > inFront ? static_cast<unsigned int>(GetTagLen() - inFront) : 0;
+    if (m_ABCDataLen == 0) return kVXSuccess;
+    m_ABCDataLen = std::min(m_ABCDataLen, in.GetRemaining());
+    m_ABCData.reset(new unsigned char[m_ABCDataLen]);
+    return in.Read(m_ABCData.get(), m_ABCDataLen);
+}
+
+VXErrorCodeEnum VXSwfDoABCTag::DumpFields(VXBitStream& body) const {
+    VX_RETURN_IF_FAILED(body.WriteDWord(m_Flags));
+    VX_RETURN_IF_FAILED(body.WriteVXString(m_Name));
+    return m_ABCData == nullptr ? kVXSuccess : body.Write(m_ABCData.get(), m_ABCDataLen);
+}
+
+VXErrorCodeEnum VXSwfDoABCTag::DumpToStream(VXBitStream& out) {
+    VXBitStream body;
+    VX_RETURN_IF_FAILED(DumpFields(body));
+    return DumpBody(out, body);
+}
+
+VXSwfTag* VXSwfDoABCTag::Copy() {
+    auto* copy =
+        static_cast<VXSwfDoABCTag*>(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_DOABC, 0, 0));
+    copy->m_Flags = m_Flags;
+    copy->m_Name = m_Name;
+    copy->m_ABCDataLen = m_ABCDataLen;
+    if (m_ABCData != nullptr) {
+        copy->m_ABCData.reset(new unsigned char[m_ABCDataLen]);
+        std::memcpy(copy->m_ABCData.get(), m_ABCData.get(), m_ABCDataLen);
+    }
+    return copy;
+}
+
+void VXSwfDoABCTag::SetABCData(unsigned char* data, unsigned int length) {
+    // Kept: what is replaced stays with whoever has the pointer, which may be the very same.
+    static_cast<void>(m_ABCData.release());
+    m_ABCData.reset(data);
+    m_ABCDataLen = length;
+}

@@ -1,0 +1,82 @@
+#include "scripting/VXSwfSymbolClassTag.h"
+
+#include <algorithm>
+
+#include "framework/VXFlintIDMap.h"
+
+namespace {
+
+constexpr unsigned int kLeastEntry = 3;  // bytes of an entry with an empty name
+constexpr unsigned short kMostSymbols = 65535;
+
+}  // namespace
+
+VXSwfSymbolClassTag::VXSwfSymbolClassTag(enuTagType type) : VXSwfControlTag(type) {}
+
+VXSwfSymbolClassTag::~VXSwfSymbolClassTag() = default;
+
+VXErrorCodeEnum VXSwfSymbolClassTag::LoadDataFromStream(VXBitStream& in) {
+    VX_RETURN_IF_FAILED(in.ReadWord(m_NumSymbols));
+    const std::size_t room = std::min<unsigned int>(m_NumSymbols, in.GetRemaining() / kLeastEntry);
+    m_Ids.reserve(m_Ids.size() + room);
+    m_Names.reserve(m_Names.size() + room);
+    for (unsigned int i = 0; i < m_NumSymbols; ++i) {
+        unsigned short id = 0;
+        VX_RETURN_IF_FAILED(in.ReadWord(id));
+        m_Ids.push_back(id);
+        VXString name;
+        VX_RETURN_IF_FAILED(in.ReadVXString(name));
+        m_Names.push_back(std::move(name));
+    }
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfSymbolClassTag::DumpFields(VXBitStream& body) const {
+    VX_RETURN_IF_FAILED(body.WriteWord(m_NumSymbols));
+    const std::size_t count = std::min(CountIds(), m_Names.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        VX_RETURN_IF_FAILED(body.WriteWord(m_Ids[i]));
+        VX_RETURN_IF_FAILED(body.WriteVXString(m_Names[i]));
+    }
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfSymbolClassTag::DumpToStream(VXBitStream& out) {
+    VXBitStream body;
+    SetIsLongTag(1);
+    VX_RETURN_IF_FAILED(DumpFields(body));
+    return DumpBody(out, body);
+}
+
+void VXSwfSymbolClassTag::UpdateReferenceIDs(VXFlintIDMap* map) {
+    if (map == nullptr) return;
+    for (std::size_t i = 0; i < CountIds(); ++i) {
+        const unsigned short newId = map->GetNewId(m_Ids[i]);
+        if (newId != 0) m_Ids[i] = newId;
+    }
+}
+
+std::size_t VXSwfSymbolClassTag::CountIds() const {
+    return std::min<std::size_t>(m_NumSymbols, m_Ids.size());
+}
+
+std::size_t VXSwfSymbolClassTag::FindId(unsigned short id) const {
+    const auto end = m_Ids.begin() + static_cast<std::ptrdiff_t>(CountIds());
+    return static_cast<std::size_t>(std::find(m_Ids.begin(), end, id) - m_Ids.begin());
+}
+
+void VXSwfSymbolClassTag::AddSymbol(const VXString& name, unsigned short id) {
+    const std::size_t index = FindId(id);
+    if (index < CountIds()) {
+        m_Names.resize(std::max(m_Names.size(), index + 1));  // a table that was cut may lack the last name
+        m_Names[index] = name;
+        return;
+    }
+    if (m_NumSymbols == kMostSymbols) return;
+    m_Names.resize(m_Ids.size());
+    m_Names.push_back(name);
+    m_Ids.push_back(id);
+    ++m_NumSymbols;
+}
+
+bool VXSwfSymbolClassTag::HasID(unsigned short id) const { return FindId(id) < CountIds(); }
