@@ -41,6 +41,7 @@ public:
     /// movie the stream must have a compression stream; 44 when that fails.
     ///
     /// Kept: a stream in memory takes no compression, so it then holds a plain body under the signature 'C'.
+    /// The end tag goes to the end of the stream, behind bytes that it held there before.
     VXErrorCodeEnum DumpToStream(VXBitStream& out);
     /// Writes the whole movie, through a temporary file where it is to be compressed, and cuts the stream
     /// behind it. Null gives 1.

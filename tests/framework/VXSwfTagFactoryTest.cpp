@@ -1,0 +1,94 @@
+#include "framework/VXSwfTagFactory.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <typeindex>
+#include <typeinfo>
+
+#include "support/TagSweep.h"
+#include "vxswf.h"
+
+namespace {
+
+struct Classes {
+    const std::type_info* byCode;
+    const std::type_info* inFile;
+};
+
+template <typename ByCode, typename InFile>
+Classes Made() {
+    return {&typeid(ByCode), &typeid(InFile)};
+}
+
+const Classes kRaw = Made<VXSwfTag, VXSwfTag>();
+
+// Every type whose class is not plain in both sets. The rows of 3, 4 and 17 are uneven on purpose.
+const std::map<unsigned int, Classes> kTable = {
+    {6, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {7, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {9, Made<VXSwfSetBackgroundColorTag, VXSwfTag>()},
+    {10, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {13, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {15, Made<VXSwfStartSoundTag, VXSwfTag>()},
+    {17, Made<VXSwfDefinitionTag, VXSwfDefineButtonSoundTag>()},
+    {20, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {21, Made<VXSwfDefineBitsJpegTag, VXSwfTag>()},
+    {23, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {35, Made<VXSwfDefineBitsJpegTag, VXSwfTag>()},
+    {39, Made<VXSwfDefineSpriteTag, VXSwfDefineSpriteTag>()},
+    {46, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {60, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {62, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {64, Made<VXSwfEnableDebugger2Tag, VXSwfTag>()},
+    {69, Made<VXSwfFileAttributesTag, VXSwfFileAttributesTag>()},
+    {73, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {86, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {87, Made<VXSwfDefineBinaryDataTag, VXSwfTag>()},
+    {996, Made<VXSwfVXSpecialTag, VXSwfTag>()},
+    {997, Made<VXSwfVXSpecialTag, VXSwfTag>()},
+    {998, Made<VXSwfVXSpecialTag, VXSwfTag>()},
+    {999, Made<VXSwfVXSpecialTag, VXSwfTag>()},
+};
+
+const std::type_info& ClassOf(unsigned int type, short limitedClasses, unsigned int parsingMode) {
+    const TagPtr tag(VXSwfTagFactory::CreateTagOfType(static_cast<VXSwfTagFactory::enuTagType>(type),
+                                                      limitedClasses, parsingMode),
+                     &VXSwfTagFactory::DeleteTag);
+    EXPECT_EQ(tag->GetTagType(), type);
+    EXPECT_EQ(tag->GetTagLen(), 0u);
+    EXPECT_EQ(tag->GetFLVersion(), 0);
+    const VXSwfTag& made = *tag;
+    return typeid(made);
+}
+
+TEST(VXSwfTagFactory, EveryTypeHasItsClass) {
+    for (unsigned int type = 0; type < 1024; ++type) {
+        const auto row = kTable.find(type);
+        const Classes& classes = row == kTable.end() ? kRaw : row->second;
+        EXPECT_EQ(std::type_index(ClassOf(type, 0, 0)), std::type_index(*classes.byCode)) << type;
+        EXPECT_EQ(std::type_index(ClassOf(type, 1, 0)), std::type_index(*classes.inFile)) << type;
+        EXPECT_EQ(std::type_index(ClassOf(type, -1, 0)), std::type_index(*classes.inFile)) << type;
+    }
+}
+
+TEST(VXSwfTagFactory, AParsingModeLeavesThreeClasses) {
+    for (unsigned int type = 0; type < 1024; ++type) {
+        const auto row = kTable.find(type);
+        const bool isKnown = (type == 26 || type == 39 || type == 69) && row != kTable.end();
+        const std::type_info& expected = isKnown ? *row->second.inFile : *kRaw.inFile;
+        for (const short limitedClasses : {short{0}, short{1}}) {
+            EXPECT_EQ(std::type_index(ClassOf(type, limitedClasses, 2)), std::type_index(expected)) << type;
+        }
+    }
+}
+
+TEST(VXSwfTagFactory, TheTypeBehindTheLast) {
+    EXPECT_EQ(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_RESERVED, 0, 0), nullptr);
+    EXPECT_EQ(ClassOf(1024, 1, 0), typeid(VXSwfTag));
+    EXPECT_EQ(ClassOf(1024, 0, 1), typeid(VXSwfTag));
+    EXPECT_EQ(ClassOf(0xFFFFFFFF, 0, 0), typeid(VXSwfTag));
+    VXSwfTagFactory::DeleteTag(nullptr);
+}
+
+}  // namespace
