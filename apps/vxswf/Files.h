@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "Report.h"
+#include "vxswf.h"
+
+/// A file name that stands for standard input or standard output.
+inline constexpr const char* kStandardStream = "-";
+
+/// Loads the movie in `file`. With `isRaw` only placements, sprites and file attributes are parsed, and every
+/// other tag is carried as it is. What goes wrong has been reported when the call comes back.
+ExitCode LoadMovie(const std::string& file, bool isRaw, VXFlintFile& movie);
+
+/// Dumps `movie` to `file`, which is replaced only by a whole movie: it is written to a temporary file in the
+/// same directory, which then takes the name. A symbolic link is followed; a device or pipe, like standard
+/// output, gets the movie once the dump is whole. What goes wrong has been reported when the call comes back.
+ExitCode SaveMovie(VXFlintFile& movie, const std::string& file);

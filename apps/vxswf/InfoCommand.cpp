@@ -1,0 +1,130 @@
+#include <algorithm>
+#include <iomanip>
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "Commands.h"
+#include "Files.h"
+#include "vxswf.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+struct InfoOptions {
+    bool isRaw = false;
+    bool isJson = false;
+    std::vector<std::string> files;
+};
+
+/// What a listing tells of one tag.
+struct TagLine {
+    explicit TagLine(VXSwfTag& tag)
+        : header(tag.IsLongTag() != 0 ? "long" : "short"), length(tag.VXSwfTag::GetTagLen()) {
+        VXString info;
+        tag.GetTextInfo(info);
+        text = info.GetUTF8String();
+    }
+
+    const char* header;
+    unsigned int length;  // of the whole body; the virtual call leaves out the ID of a definition
+    std::string text;
+};
+
+const char* SignatureOf(const VXFlintFile& movie) { return movie.GetCompression() != 0 ? "CWS" : "FWS"; }
+
+void ListTags(const VXSwfTagSet& tags, int level) {
+    unsigned int index = 0;
+    for (VXSwfTag* tag : tags) {
+        if (tag == nullptr) continue;
+        const TagLine line(*tag);
+        std::cout << std::setw(4 * level) << "" << std::setw(6) << index++ << ' ' << std::left << std::setw(5)
+                  << line.header << std::right << ' ' << std::setw(10) << line.length << "  "
+                  << Printable(line.text) << '\n';
+        if (const auto* sprite = dynamic_cast<VXSwfDefineSpriteTag*>(tag)) ListTags(*sprite, level + 1);
+    }
+}
+
+void List(const std::string& file, const VXFlintFile& movie) {
+    const VXFlintRectangle& frame = movie.GetFrameRect();
+    std::cout << Printable(file) << ": " << SignatureOf(movie) << ", version "
+              << static_cast<unsigned int>(movie.GetFlintVersion()) << ", length " << movie.GetFileLength()
+              << ", frame (" << frame.XMin << ", " << frame.YMin << ") to (" << frame.XMax << ", "
+              << frame.YMax << ") pixels, rate " << movie.GetFrameRate() << ", frames "
+              << movie.GetFrameCount() << '\n';
+    ListTags(movie, 0);
+}
+
+/// The object's text up to its closing brace. Bytes that are not UTF-8 become U+FFFD.
+std::string OpenObject(const Json& object) {
+    std::string text = object.dump(-1, ' ', false, Json::error_handler_t::replace);
+    text.pop_back();
+    return text;
+}
+
+// One tag at a time, so that the listing of a large movie takes no memory of its own.
+void ListTagsAsJson(const VXSwfTagSet& tags) {
+    unsigned int index = 0;
+    std::cout << ",\"tags\":[";
+    for (VXSwfTag* tag : tags) {
+        if (tag == nullptr) continue;
+        const TagLine line(*tag);
+        std::cout << (index == 0 ? "" : ",")
+                  << OpenObject({{"index", index},
+                                 {"type", static_cast<unsigned int>(tag->GetTagType())},
+                                 {"header", line.header},
+                                 {"length", line.length},
+                                 {"text", line.text}});
+        if (const auto* sprite = dynamic_cast<VXSwfDefineSpriteTag*>(tag)) ListTagsAsJson(*sprite);
+        std::cout << '}';
+        ++index;
+    }
+    std::cout << ']';
+}
+
+void ListAsJson(const std::string& file, const VXFlintFile& movie) {
+    const VXFlintRectangle& frame = movie.GetFrameRect();
+    std::cout << OpenObject(
+        {{"file", file},
+         {"signature", SignatureOf(movie)},
+         {"version", movie.GetFlintVersion()},
+         {"length", movie.GetFileLength()},
+         {"frame", {{"xMin", frame.XMin}, {"xMax", frame.XMax}, {"yMin", frame.YMin}, {"yMax", frame.YMax}}},
+         {"frameRate", movie.GetFrameRate()},
+         {"frameCount", movie.GetFrameCount()}});
+    ListTagsAsJson(movie);
+    std::cout << "}\n";
+}
+
+ExitCode Info(const InfoOptions& options) {
+    std::ios::sync_with_stdio(false);
+    std::cout << std::setprecision(12);  // every number of twips in pixels
+    ExitCode worst = kDone;
+    for (const std::string& file : options.files) {
+        VXFlintFile movie;
+        const ExitCode code = LoadMovie(file, options.isRaw, movie);
+        worst = std::max(worst, code);
+        if (code != kDone) continue;
+        if (options.isJson) {
+            ListAsJson(file, movie);
+        } else {
+            List(file, movie);
+        }
+    }
+    if (!std::cout.flush()) return ReportUnusable(kStandardStream, "cannot be written");
+    return worst;
+}
+
+}  // namespace
+
+void AddInfoCommand(CLI::App& app, ExitCode& exitCode) {
+    const auto options = std::make_shared<InfoOptions>();
+    CLI::App* command = app.add_subcommand("info", "Lists the header and the tags of movies");
+    command->add_flag("--raw", options->isRaw, "Parse placements, sprites and file attributes alone");
+    command->add_flag("--json", options->isJson, "Write one JSON object a movie, each on a line of its own");
+    command->add_option("FILE", options->files, "Movies; - for standard input")->required();
+    command->callback([options, &exitCode] { exitCode = Info(*options); });
+}
