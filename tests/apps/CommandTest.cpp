@@ -228,4 +228,12 @@ TEST_F(Command, AFullDiskIsReported) {
     EXPECT_TRUE(fs::is_character_file("/dev/full")) << "a device is never replaced";
 }
 
+TEST_F(Command, ExamplesRun) {
+    const std::string directory = VXSWF_EXAMPLES;
+    ExpectRun("'" + directory + "/build_movie' a.swf", 0, "");
+    EXPECT_EQ(ReadFile(At("a.swf"))[0], 'C');
+    EXPECT_EQ(Run("'" + directory + "/load_and_list' a.swf").out.substr(0, 41),
+              "320 x 240 pixels, 24 frames, 24 a second\n");
+}
+
 }  // namespace
