@@ -56,8 +56,14 @@ void VXSwfTagSet::Hold(VXSwfTag* tag) {
     if (tag != nullptr) ++tag->m_Holders;
 }
 
+void VXSwfTagSet::Drop(VXSwfTag* tag) {
+    // A tag that a host wrote through an iterator was never counted.
+    if (tag != nullptr && tag->m_Holders != 0) --tag->m_Holders;
+}
+
 void VXSwfTagSet::Release(VXSwfTag* tag) {
-    if (tag != nullptr && --tag->m_Holders == 0) VXSwfTagFactory::DeleteTag(tag);
+    Drop(tag);
+    if (tag != nullptr && tag->m_Holders == 0) VXSwfTagFactory::DeleteTag(tag);
 }
 
 void VXSwfTagSet::ReleaseAll() {

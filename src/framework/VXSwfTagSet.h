@@ -183,6 +183,8 @@ private:
     /// The `frame`th ShowFrame tag, or the end.
     TagIter FindFrameEnd(unsigned int frame) const;
     static void Hold(VXSwfTag* tag);
+    /// Ends a hold and leaves the tag to the caller.
+    static void Drop(VXSwfTag* tag);
     static void Release(VXSwfTag* tag);
     void ReleaseAll();
 

@@ -1,5 +1,15 @@
+#include <cstdlib>
+#include <iterator>
+
 #include "framework/VXSwfTag.h"
 #include "framework/VXSwfTagSet.h"
+
+namespace {
+
+constexpr unsigned short kNextDepth = 0;
+constexpr unsigned short kNextTopDepth = 0xFFFF;
+
+}  // namespace
 
 void VXSwfTagSet::IncludeTag(VXSwfTag* tag, int frame) {
     if (frame == -1) {
@@ -17,9 +27,31 @@ void VXSwfTagSet::IncludeTag(VXSwfTag* tag, TagIter before) {
     Hold(tag);
 }
 
+void VXSwfTagSet::IncludeShowFrameTags(unsigned int count, int frame) {
+    for (; count != 0; --count) {
+        IncludeTag(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_SHOWFRAME, 0, 0), frame);
+    }
+}
+
 void VXSwfTagSet::AppendTag(VXSwfTag* tag) {
     IncludeTag(tag, end());
     VXIgnore(UpdateTagLists(tag));  // a list that was not kept changes nothing for the tag
+}
+
+void VXSwfTagSet::InsertTags(TagIter before, TagIter first, TagIter last) {
+    TagList tags(first, last);  // of its own, since the range may be one of this list
+    for (VXSwfTag* tag : tags) Hold(tag);
+    m_Tags.splice(before, tags);
+}
+
+VXSwfTagSet::TagIter VXSwfTagSet::EraseTags(TagIter first, TagIter last) {
+    for (TagIter tag = first; tag != last; ++tag) Drop(*tag);
+    return m_Tags.erase(first, last);
+}
+
+VXSwfTagSet::TagIter VXSwfTagSet::EraseAndDeleteTags(TagIter first, TagIter last) {
+    for (TagIter tag = first; tag != last; ++tag) Release(*tag);
+    return m_Tags.erase(first, last);
 }
 
 VXSwfTagSet::TagIter VXSwfTagSet::FindFrameEnd(unsigned int frame) const {
@@ -40,4 +72,34 @@ VXSwfTag* VXSwfTagSet::FindTagByID(unsigned short id) const {
         if (tag != nullptr && tag->GetCharacterId() == id) return tag;
     }
     return nullptr;
+}
+
+VXSwfTag* VXSwfTagSet::FindNthTagOfTypeBeforeFrame(enuTagType type, unsigned int n, unsigned int frame,
+                                                   short strict) const {
+    TagIter tag = FindFrameEnd(frame);
+    if (tag == end() && strict != 0) return nullptr;
+    // Kept: the first tag is never looked at, so a frame that ends there or one further has nothing to find.
+    if (tag == begin() || tag == std::next(begin())) return nullptr;
+    unsigned int count = 0;
+    while (--tag != begin()) {
+        if (*tag == nullptr) continue;
+        const enuTagType found = (*tag)->GetTagType();
+        if (found == type) {
+            if (++count == n) return *tag;
+        } else if (found == VXSwfTagFactory::TAG_SHOWFRAME) {
+            return nullptr;
+        }
+    }
+    return nullptr;
+}
+
+unsigned short VXSwfTagSet::GetAbsTagDepth(unsigned short depth) {
+    if (depth == kNextDepth) return ++m_NextDepth;
+    if (depth == kNextTopDepth) return --m_TopDepth;
+    if (std::abs(depth - m_TopDepth) < std::abs(depth - m_NextDepth)) {
+        m_TopDepth = depth;
+    } else if (m_NextDepth < depth) {
+        m_NextDepth = depth;
+    }
+    return depth;
 }
