@@ -7,6 +7,7 @@
 #include "bitstream/VXPool.h"
 #include "framework/IVXSwfIdGenerator.h"
 #include "framework/IVXSwfTagHolder.h"
+#include "framework/VXBucketSWFIDGenerator.h"
 #include "framework/VXFlintFile.h"
 #include "framework/VXFlintIDMap.h"
 #include "framework/VXSwfControlTag.h"
