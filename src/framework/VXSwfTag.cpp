@@ -4,6 +4,7 @@
 #include <climits>
 #include <string>
 
+#include "framework/VXDependencyWalk_p.h"
 #include "framework/VXFlintIDMap.h"
 #include "framework/VXSwfTagNames_p.h"
 #include "framework/VXSwfTagSet.h"
@@ -196,20 +197,17 @@ void VXSwfTag::UpdateReferenceIDs(VXFlintIDMap* map) {
 }
 
 void VXSwfTag::BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set) {
-    const auto holds = [&list](unsigned short id) {
-        return std::any_of(list.begin(), list.end(),
-                           [id](VXSwfTag* tag) { return tag->GetCharacterId() == id; });
-    };
+    VXDependencyWalk walk(list, set);
     if (const unsigned short id = GetCharacterId(); id != 0) {
-        if (!holds(id)) list.push_front(this);
+        if (!walk.Holds(id)) walk.Add(this, id);
         return;
     }
     const unsigned short reference = GetReferencedID();
-    if (reference == 0 || holds(reference)) return;
-    VXSwfTag* tag = set->FindTagByID(reference);
+    if (reference == 0 || walk.Holds(reference)) return;
+    VXSwfTag* tag = walk.FindTagByID(reference);
     if (tag == nullptr) return;
-    list.push_front(tag);
-    tag->BuildDependencyList(list, set);
+    walk.Add(tag, reference);
+    walk.Visit(tag);
 }
 
 void VXSwfTag::GetTextInfo(VXString& text) {

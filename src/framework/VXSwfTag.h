@@ -113,6 +113,7 @@ private:
     friend class VXSwfTagSet;
     friend class VXSwfDefinitionTag;
     friend class VXBodyScope;
+    friend class VXDependencyWalk;
 
     struct Loan;
 
@@ -129,4 +130,5 @@ private:
     short m_IsLongTag = 0;
     short m_Parsing;
     unsigned char m_FLVersion = 0;
+    bool m_IsFromFactory = false;  // and so of a class of this library, none of a host's
 };

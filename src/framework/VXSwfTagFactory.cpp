@@ -24,10 +24,16 @@
 
 template <typename Tag>
 VXSwfTag* VXSwfTagFactory::Make(enuTagType type) {
-    return new Tag(type);
+    VXSwfTag* tag = new Tag(type);
+    tag->m_IsFromFactory = true;
+    return tag;
 }
 
-VXSwfTag* VXSwfTagFactory::MakeRaw(enuTagType type) { return new VXSwfTag(type, 1); }
+VXSwfTag* VXSwfTagFactory::MakeRaw(enuTagType type) {
+    auto* tag = new VXSwfTag(type, 1);
+    tag->m_IsFromFactory = true;
+    return tag;
+}
 
 VXSwfTag* VXSwfTagFactory::MakeNone(enuTagType) { return nullptr; }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "framework/VXDependencyWalk_p.h"
 #include "framework/VXSwfTag.h"
 
 /// What the sprites of one load may still take, together.
@@ -74,9 +75,7 @@ void VXSwfTagSet::ReleaseAll() {
 VXErrorCodeEnum VXSwfTagSet::UpdateTagLists(VXSwfTag*) { return kVXSuccess; }
 
 void VXSwfTagSet::BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set) {
-    for (VXSwfTag* tag : m_Tags) {
-        if (tag != nullptr) tag->BuildDependencyList(list, set);
-    }
+    VXDependencyWalk(list, set).Visit(begin(), end());
 }
 
 void VXSwfTagSet::UpdateReferenceIDs(VXFlintIDMap* map) {

@@ -1,7 +1,8 @@
 #include "timeline/VXSwfDefineSpriteTag.h"
 
-#include <algorithm>
 #include <memory>
+
+#include "framework/VXDependencyWalk_p.h"
 
 VXSwfDefineSpriteTag::VXSwfDefineSpriteTag(enuTagType type) : VXSwfDefinitionTag(type) {}
 
@@ -33,9 +34,7 @@ VXErrorCodeEnum VXSwfDefineSpriteTag::DumpToStream(VXBitStream& out) {
 void VXSwfDefineSpriteTag::UpdateReferenceIDs(VXFlintIDMap* map) { VXSwfTagSet::UpdateReferenceIDs(map); }
 
 void VXSwfDefineSpriteTag::BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set) {
-    const unsigned short id = GetCharacterId();
-    const bool isListed =
-        std::any_of(list.begin(), list.end(), [id](VXSwfTag* tag) { return tag->GetCharacterId() == id; });
-    if (!isListed) list.push_front(this);
-    VXSwfTagSet::BuildDependencyList(list, set);
+    VXDependencyWalk walk(list, set);
+    if (const unsigned short id = GetCharacterId(); !walk.Holds(id)) walk.Add(this, id);
+    walk.Visit(begin(), end());
 }
