@@ -19,8 +19,10 @@ public:
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
     VXErrorCodeEnum PushActionRecord(VXFlintActionRecord* record) override;
-    /// Stores a pointer to the tag's own list, which goes with the tag.
-    void GetActionRecords(VXFlintActionRecords** out) { *out = &m_ActionRecords; }
+    /// Stores a pointer to the tag's own list, which goes with the tag. Null is ignored.
+    void GetActionRecords(VXFlintActionRecords** out) {
+        if (out != nullptr) *out = &m_ActionRecords;
+    }
 
     VXFlintActionRecords m_ActionRecords;
 

@@ -61,8 +61,18 @@ std::size_t VXSwfSymbolClassTag::CountIds() const {
 }
 
 std::size_t VXSwfSymbolClassTag::FindId(unsigned short id) const {
-    const auto end = m_Ids.begin() + static_cast<std::ptrdiff_t>(CountIds());
-    return static_cast<std::size_t>(std::find(m_Ids.begin(), end, id) - m_Ids.begin());
+    // A merge searches once for each symbol; a block is a handful of vector instructions.
+    constexpr std::size_t kBlock = 64;
+    const std::size_t count = CountIds();
+    std::size_t index = 0;
+    for (; count - index >= kBlock; index += kBlock) {
+        const unsigned short* block = m_Ids.data() + index;
+        unsigned short isHere = 0;
+        for (std::size_t i = 0; i < kBlock; ++i) isHere |= block[i] == id ? 1 : 0;
+        if (isHere != 0) break;
+    }
+    while (index < count && m_Ids[index] != id) ++index;
+    return index;
 }
 
 void VXSwfSymbolClassTag::AddSymbol(const VXString& name, unsigned short id) {

@@ -67,6 +67,8 @@ TEST(VXSwfSymbolClassTag, TheTableEndsAtItsCount) {
     EXPECT_EQ(tag->m_NumSymbols, 65535);
     tag->AddSymbol("A", 65534);
     EXPECT_EQ(tag->m_Names.back(), VXString("A"));
+    tag->AddSymbol("B", 100);
+    EXPECT_EQ(tag->m_Names[100], VXString("B"));
 }
 
 TEST(VXSwfSymbolClassTag, TakesNewIDsOtherThanZero) {
