@@ -53,6 +53,7 @@ TEST(VXFlintMatrix, LoadSetsWhatIsAbsentAndKeepsWhatWasRead) {
     EXPECT_EQ(matrix.TranslateX, 3.5);
 
     matrix.RotateSkew0 = matrix.RotateSkew1 = 7;
+    matrix.NScaleBits = 9;
     ASSERT_EQ(LoadInto(matrix, Bits("0 0 00010 01 11")), kVXSuccess);
     ExpectWidths(matrix, 0, 0, 2);
     EXPECT_EQ(matrix.ScaleX, 1) << "the integer 1, not 65536";
@@ -163,7 +164,8 @@ TEST(VXFlintMatrix, ArgumentsMayBeItsOwnFields) {
     ExpectWidths(matrix, 0, 0, 32);
     matrix.Scale(matrix.TranslateX);
     EXPECT_EQ(matrix.ScaleY, 229376);
-    EXPECT_EQ(matrix.TranslateY, 12.0) << "3.5 × 3.5, cut";
+    EXPECT_EQ(matrix.TranslateX, 12.0) << "3.5 × 3.5, cut";
+    EXPECT_EQ(matrix.TranslateY, 12.0) << "by the old x";
 }
 
 }  // namespace
