@@ -239,7 +239,7 @@ void VXBitStream::RepeatBits(unsigned int bit, unsigned int count) {
     }
 }
 
-VXErrorCodeEnum VXBitStream::WriteSBits(int value, unsigned int count) {
+VXErrorCodeEnum VXBitStream::WriteSBitsSlowly(int value, unsigned int count) {
     if (count == 0) return kVXSuccess;
     const unsigned int sign = value < 0 ? 1 : 0;
     VX_RETURN_IF_FAILED(WriteBits(sign, 1));

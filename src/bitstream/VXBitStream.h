@@ -184,6 +184,7 @@ private:
     bool MakeRoom(unsigned int count);
     unsigned int ReadUpTo(void* target, unsigned int length);
     VXErrorCodeEnum ReadBitsSlowly(unsigned int count, unsigned int& value);
+    VXErrorCodeEnum WriteSBitsSlowly(int value, unsigned int count);
     void PutBitByte(unsigned char value);
     void RepeatBits(unsigned int bit, unsigned int count);
     VXErrorCodeEnum WriteAway(const void* data, unsigned int length);
@@ -252,10 +253,17 @@ inline VXErrorCodeEnum VXBitStream::ReadSBits(unsigned int count, int& value) {
         value = 0;
         return kVXSuccess;
     }
+    if (count <= 32) {
+        unsigned int bits = 0;
+        VX_RETURN_IF_FAILED(ReadBits(count, bits));
+        value = static_cast<int>(bits << (32 - count)) >> (32 - count);
+        return kVXSuccess;
+    }
+    // The sign lies above the 32 bits that are kept.
     unsigned int sign = 0;
     unsigned int rest = 0;
-    if (ReadBits(1, sign) != kVXSuccess || ReadBits(count - 1, rest) != kVXSuccess) return kVXFailure;
-    if (sign != 0 && count <= 32) rest -= 1u << (count - 1);
+    VX_RETURN_IF_FAILED(ReadBits(1, sign));
+    VX_RETURN_IF_FAILED(ReadBits(count - 1, rest));
     value = static_cast<int>(rest);
     return kVXSuccess;
 }
@@ -295,6 +303,15 @@ inline VXErrorCodeEnum VXBitStream::WriteBits(unsigned int value, unsigned int c
     m_BitCount = left;
     m_BitBuffer = static_cast<unsigned int>(bits >> left) & 0xFFu;
     return kVXSuccess;
+}
+
+inline VXErrorCodeEnum VXBitStream::WriteSBits(int value, unsigned int count) {
+    if (count - 1 < 32) {
+        // A value that comes back whole from its field is that field; any other spoils the bits in front.
+        const unsigned int bits = static_cast<unsigned int>(value) << (32 - count);
+        if (static_cast<int>(bits) >> (32 - count) == value) return WriteBits(bits >> (32 - count), count);
+    }
+    return WriteSBitsSlowly(value, count);
 }
 
 inline VXErrorCodeEnum VXBitStream::FlushBits() {
