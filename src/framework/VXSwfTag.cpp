@@ -211,8 +211,11 @@ void VXSwfTag::BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set)
 }
 
 void VXSwfTag::GetTextInfo(VXString& text) {
-    text += VXSwfTagName(m_TagType);
-    text += VXString(("(" + std::to_string(static_cast<unsigned int>(m_TagType)) + ")").c_str());
+    std::string description = VXSwfTagName(m_TagType);
+    description += '(';
+    description += std::to_string(static_cast<unsigned int>(m_TagType));
+    description += ')';
+    text += VXString(description.c_str());
 }
 
 void VXSwfTag::SetFLVersion(unsigned char version) { m_FLVersion = version; }
