@@ -100,7 +100,8 @@ void CheckMovie(const std::uint8_t* data, std::size_t size, unsigned int parsing
     if (copy->DumpToStream(copied) == kVXSuccess && isStable && parsingMode == 0)
         Require(AreEqual(first, copied));
 
-    if (parsingMode != 0 && size <= kLargestForCompression) CheckCompression(file, first, parsingMode, isStable);
+    if (parsingMode != 0 && size <= kLargestForCompression)
+        CheckCompression(file, first, parsingMode, isStable);
 }
 
 }  // namespace

@@ -42,10 +42,10 @@ struct VXBucketSWFIDGenerator::Bucket {
 };
 
 VXBucketSWFIDGenerator::VXBucketSWFIDGenerator(const VXFlintFile& movie)
-    : m_Buckets(new Bucket[kNumBuckets]) {
+    : m_Buckets(std::make_shared<std::array<Bucket, kNumBuckets>>()) {
     for (const VXSwfTag* tag : movie) {
         const unsigned short id = tag == nullptr ? 0 : tag->GetCharacterId();
-        if (id != 0) m_Buckets[(id - 1) / kBucketSize].ids.push_back(id);
+        if (id != 0) (*m_Buckets)[(id - 1) / kBucketSize].ids.push_back(id);
     }
     // With no bucket measured free, requests find that out again.
     VXIgnore(RefreshMinBucket());
@@ -61,7 +61,7 @@ unsigned short VXBucketSWFIDGenerator::GetId(tVXSwfReservedIDEnum) {
         if (RefreshMinBucket() != kVXFailure || FindAvailableIDInCurrBucket() == 0) return kNoId;
     }
     const unsigned short id = m_NextId++;
-    m_Buckets[m_CurrBucket].ids.push_back(m_NextId);  // Kept: the successor, not the ID
+    (*m_Buckets)[m_CurrBucket].ids.push_back(m_NextId);  // Kept: the successor, not the ID
     return id;
 }
 
@@ -75,7 +75,7 @@ VXErrorCodeEnum VXBucketSWFIDGenerator::RefreshMinBucket() {
     unsigned short best = 0;
     for (unsigned short i = 0; i < kNumBuckets; ++i) {
         // Kept: measured against the limit of the bucket chosen so far.
-        const auto numIds = static_cast<unsigned short>(m_Buckets[i].ids.size());
+        const auto numIds = static_cast<unsigned short>((*m_Buckets)[i].ids.size());
         const auto free = static_cast<unsigned short>(m_BucketLimit - numIds + (kBucketSize - 1) - EndOf(i));
         if (free <= best) continue;
         best = free;
@@ -83,14 +83,14 @@ VXErrorCodeEnum VXBucketSWFIDGenerator::RefreshMinBucket() {
         m_CurrBucket = i;
     }
     if (best == 0) return kVXFailure;
-    m_Buckets[m_CurrBucket].Sort(FirstOf(m_CurrBucket));
+    (*m_Buckets)[m_CurrBucket].Sort(FirstOf(m_CurrBucket));
     m_CurrIndex = 0;
     m_NextId = FirstOf(m_CurrBucket);
     return kVXSuccess;
 }
 
 unsigned char VXBucketSWFIDGenerator::FindAvailableIDInCurrBucket() {
-    const Bucket& bucket = m_Buckets[m_CurrBucket];
+    const Bucket& bucket = (*m_Buckets)[m_CurrBucket];
     if (m_CurrIndex == 0 && m_NextId == FirstOf(m_CurrBucket)) {
         // The walk from the first ID on is known as far as the IDs were in order.
         m_CurrIndex = bucket.numTaken;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 
 #include "framework/IVXSwfIdGenerator.h"
@@ -40,7 +41,7 @@ private:
     /// Moves on over the IDs that are taken; 0 when the bucket ends there.
     unsigned char FindAvailableIDInCurrBucket();
 
-    std::shared_ptr<Bucket[]> m_Buckets;
+    std::shared_ptr<std::array<Bucket, 8>> m_Buckets;
     unsigned short m_NextId = 0;       // the next candidate
     unsigned short m_CurrBucket = 0;   // the bucket that is drawn from
     unsigned short m_CurrIndex = 0;    // where in its IDs the candidate is compared

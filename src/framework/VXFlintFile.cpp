@@ -52,7 +52,8 @@ VXErrorCodeEnum VXFlintFile::LoadHdrFromStream(VXBitStream& in) {
     unsigned char length[4] = {};
     count = sizeof length;
     VX_RETURN_IF_FAILED(in.Read(length, count));
-    m_FileLength = length[0] | length[1] << 8 | length[2] << 16 | static_cast<unsigned int>(length[3]) << 24;
+    m_FileLength = 0;
+    for (unsigned int i = 0; i < sizeof length; ++i) m_FileLength |= unsigned{length[i]} << 8 * i;
     if (m_Signature[0] == 'C' && in.UnCompress(kPlainHeaderSize, m_FileLength) == 0) return kVXFailure;
     VX_RETURN_IF_FAILED(m_FrameRect.LoadFromStream(in));
     // Kept: the fraction of the frame rate, which comes first, is dropped.

@@ -29,7 +29,7 @@ unsigned short VXSwfDefinitionTag::GetCharacterId() const { return m_CharacterId
 
 void VXSwfDefinitionTag::GetTextInfo(VXString& text) {
     VXSwfTag::GetTextInfo(text);
-    text += VXString((" - Id=" + std::to_string(GetCharacterId())).c_str());
+    text += VXString(std::string(" - Id=").append(std::to_string(GetCharacterId())).c_str());
 }
 
 unsigned char* VXSwfDefinitionTag::GetData() {

@@ -211,11 +211,9 @@ void VXSwfTag::BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set)
 }
 
 void VXSwfTag::GetTextInfo(VXString& text) {
-    std::string description = VXSwfTagName(m_TagType);
-    description += '(';
-    description += std::to_string(static_cast<unsigned int>(m_TagType));
-    description += ')';
-    text += VXString(description.c_str());
+    std::string info = VXSwfTagName(m_TagType);
+    info.append("(").append(std::to_string(static_cast<unsigned int>(m_TagType))).append(")");
+    text += VXString(info.c_str());
 }
 
 void VXSwfTag::SetFLVersion(unsigned char version) { m_FLVersion = version; }
