@@ -38,9 +38,7 @@ int main(int argc, char** argv) {
     attributes->SetHasAS3(1);
     auto* background = Append<VXSwfSetBackgroundColorTag>(movie, VXSwfTagFactory::TAG_SETBACKGROUNDCOLOR);
     background->SetRGBColor(VXFlintRGB(0x20, 0x60, 0xA0, 0, 0));
-    for (unsigned int frame = 0; frame < kFramesPerSecond; ++frame) {
-        Append<VXSwfTag>(movie, VXSwfTagFactory::TAG_SHOWFRAME);
-    }
+    movie.IncludeShowFrameTags(kFramesPerSecond, -1);
 
     CVXStreamReadWrite out(argv[1], CVXStreamReadWrite::kCreateOrEmpty);
     out.SetMode(IVXStream::kWrite);
