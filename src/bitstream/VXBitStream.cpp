@@ -208,12 +208,6 @@ VXErrorCodeEnum VXBitStream::WriteAway(const void* data, unsigned int length) {
 
 /// The end of the data, and fields of more than 32 bits.
 VXErrorCodeEnum VXBitStream::ReadBitsSlowly(unsigned int count, unsigned int& value) {
-    if (count <= m_BitCount) {
-        m_BitCount -= count;
-        value = m_BitBuffer >> m_BitCount;
-        m_BitBuffer &= (1u << m_BitCount) - 1;
-        return kVXSuccess;
-    }
     value = m_BitBuffer;
     for (unsigned int need = count - m_BitCount; need != 0;) {
         DropBits();

@@ -232,8 +232,13 @@ inline VXErrorCodeEnum VXBitStream::ReadDWord(unsigned int& value) {
 inline VXErrorCodeEnum VXBitStream::ReadBits(unsigned int count, unsigned int& value) {
     // Eight bytes at the position hold all that a field of up to 32 bits can need. The end of the data and
     // wider fields take the plain path.
-    if (count <= m_BitCount || count > 32 || m_Buffer == nullptr ||
-        std::uint64_t{m_Position} + 8 > std::uint64_t{m_Size}) {
+    if (count <= m_BitCount) {
+        m_BitCount -= count;
+        value = m_BitBuffer >> m_BitCount;
+        m_BitBuffer &= (1u << m_BitCount) - 1;
+        return kVXSuccess;
+    }
+    if (count > 32 || std::uint64_t{m_Position} + 8 > std::uint64_t{m_Size} || m_Buffer == nullptr) {
         return ReadBitsSlowly(count, value);
     }
     const unsigned int need = count - m_BitCount;
@@ -253,18 +258,14 @@ inline VXErrorCodeEnum VXBitStream::ReadSBits(unsigned int count, int& value) {
         value = 0;
         return kVXSuccess;
     }
-    if (count <= 32) {
-        unsigned int bits = 0;
-        VX_RETURN_IF_FAILED(ReadBits(count, bits));
-        value = static_cast<int>(bits << (32 - count)) >> (32 - count);
-        return kVXSuccess;
+    unsigned int bits = 0;
+    VX_RETURN_IF_FAILED(ReadBits(count, bits));
+    // Of a field that is wider, the sign lies above the 32 bits that are kept.
+    if (count < 32) {
+        const unsigned int sign = 1u << (count - 1);
+        bits = (bits ^ sign) - sign;
     }
-    // The sign lies above the 32 bits that are kept.
-    unsigned int sign = 0;
-    unsigned int rest = 0;
-    VX_RETURN_IF_FAILED(ReadBits(1, sign));
-    VX_RETURN_IF_FAILED(ReadBits(count - 1, rest));
-    value = static_cast<int>(rest);
+    value = static_cast<int>(bits);
     return kVXSuccess;
 }
 
