@@ -1,0 +1,76 @@
+#include "graphics/VXFlintEdgeRecords.h"
+
+#include "graphics/VXTwips.h"
+
+namespace {
+
+constexpr unsigned int kLeastWidth = 2;
+
+/// Four bits say the width, less the two that every field has.
+VXErrorCodeEnum ReadWidth(VXBitStream& in, unsigned int& width) {
+    unsigned int bits = 0;
+    VX_RETURN_IF_FAILED(in.ReadBits(4, bits));
+    width = bits + kLeastWidth;
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum WriteWidth(VXBitStream& out, unsigned int& width) {
+    if (width < kLeastWidth) width += kLeastWidth;
+    return out.WriteBits(width - kLeastWidth, 4);
+}
+
+}  // namespace
+
+VXFlintStraightEdgeRecord::~VXFlintStraightEdgeRecord() = default;
+
+VXErrorCodeEnum VXFlintStraightEdgeRecord::LoadFromStream(VXBitStream& in) {
+    StraightFlag = 1;
+    VX_RETURN_IF_FAILED(ReadWidth(in, NumBits));
+    VX_RETURN_IF_FAILED(in.ReadVXBool16(GeneralLineFlag));
+    if (GeneralLineFlag != 0) {
+        VX_RETURN_IF_FAILED(VXReadTwips(in, NumBits, DeltaX));
+        return VXReadTwips(in, NumBits, DeltaY);
+    }
+    VX_RETURN_IF_FAILED(in.ReadVXBool16(VertLineFlag));
+    return VXReadTwips(in, NumBits, VertLineFlag != 0 ? DeltaY : DeltaX);
+}
+
+VXErrorCodeEnum VXFlintStraightEdgeRecord::DumpToStream(VXBitStream& out) {
+    VX_RETURN_IF_FAILED(out.WriteBits(3, 2));
+    const bool isGeneral = GeneralLineFlag != 0;
+    const bool hasX = isGeneral || VertLineFlag == 0;
+    const bool hasY = isGeneral || VertLineFlag != 0;
+    const int x = hasX ? VXToTwips(DeltaX) : 0;
+    const int y = hasY ? VXToTwips(DeltaY) : 0;
+    unsigned int width = VXFieldWidth(x, y);
+    VX_RETURN_IF_FAILED(WriteWidth(out, width));
+    VX_RETURN_IF_FAILED(out.WriteVXBool16(GeneralLineFlag));
+    if (!isGeneral) VX_RETURN_IF_FAILED(out.WriteVXBool16(VertLineFlag));
+    if (hasX) VX_RETURN_IF_FAILED(out.WriteSBits(x, width));
+    return hasY ? out.WriteSBits(y, width) : kVXSuccess;
+}
+
+VXFlintCurvedEdgeRecord::~VXFlintCurvedEdgeRecord() = default;
+
+VXErrorCodeEnum VXFlintCurvedEdgeRecord::LoadFromStream(VXBitStream& in) {
+    StraightFlag = 0;
+    VX_RETURN_IF_FAILED(ReadWidth(in, NumBits));
+    VX_RETURN_IF_FAILED(VXReadTwips(in, NumBits, ControlDeltaX));
+    VX_RETURN_IF_FAILED(VXReadTwips(in, NumBits, ControlDeltaY));
+    VX_RETURN_IF_FAILED(VXReadTwips(in, NumBits, AnchorDeltaX));
+    return VXReadTwips(in, NumBits, AnchorDeltaY);
+}
+
+VXErrorCodeEnum VXFlintCurvedEdgeRecord::DumpToStream(VXBitStream& out) {
+    VX_RETURN_IF_FAILED(out.WriteBits(2, 2));
+    const int controlX = VXToTwips(ControlDeltaX);
+    const int controlY = VXToTwips(ControlDeltaY);
+    const int anchorX = VXToTwips(AnchorDeltaX);
+    const int anchorY = VXToTwips(AnchorDeltaY);
+    unsigned int width = VXFieldWidth(controlX, controlY, anchorX, anchorY);
+    VX_RETURN_IF_FAILED(WriteWidth(out, width));
+    VX_RETURN_IF_FAILED(out.WriteSBits(controlX, width));
+    VX_RETURN_IF_FAILED(out.WriteSBits(controlY, width));
+    VX_RETURN_IF_FAILED(out.WriteSBits(anchorX, width));
+    return out.WriteSBits(anchorY, width);
+}

@@ -1,0 +1,70 @@
+#include "graphics/VXFlintShapeStyleChangeRecord.h"
+
+#include "graphics/VXTwips.h"
+
+VXFlintShapeStyleChangeRecord::VXFlintShapeStyleChangeRecord(unsigned int numFillBits,
+                                                             unsigned int numLineBits, short alpha,
+                                                             short supports255Plus, short isLineStyle2)
+    : NumFillBits(numFillBits), NumLineBits(numLineBits) {
+    NewFillStyles.SetAlpha(alpha);
+    NewFillStyles.SetSupports255Plus(supports255Plus);
+    NewLineStyles.SetAlpha(alpha);
+    NewLineStyles.SetSupports255Plus(supports255Plus);
+    NewLineStyles.SetIsLineStyle2(isLineStyle2);
+}
+
+VXFlintShapeStyleChangeRecord::~VXFlintShapeStyleChangeRecord() = default;
+
+VXErrorCodeEnum VXFlintShapeStyleChangeRecord::LoadFromStream(VXBitStream& in) {
+    StateNewStyles = VXFlintShapeRecordBase::StateNewStyles;
+    StateLineStyle = VXFlintShapeRecordBase::StateLineStyle;
+    StateFillStyle1 = VXFlintShapeRecordBase::StateFillStyle1;
+    StateFillStyle0 = VXFlintShapeRecordBase::StateFillStyle0;
+    StateMoveTo = VXFlintShapeRecordBase::StateMoveTo;
+    if (StateMoveTo != 0) {
+        VX_RETURN_IF_FAILED(in.ReadBits(5, MoveBits));
+        VX_RETURN_IF_FAILED(VXReadTwips(in, MoveBits, MoveDeltaX));
+        VX_RETURN_IF_FAILED(VXReadTwips(in, MoveBits, MoveDeltaY));
+    }
+    if (StateFillStyle0 != 0) VX_RETURN_IF_FAILED(in.ReadBits(NumFillBits, FillStyle0));
+    if (StateFillStyle1 != 0) VX_RETURN_IF_FAILED(in.ReadBits(NumFillBits, FillStyle1));
+    if (StateLineStyle != 0) VX_RETURN_IF_FAILED(in.ReadBits(NumLineBits, LineStyle));
+    if (StateNewStyles == 0) {
+        NewNumFillBits = NumFillBits;
+        NewNumLineBits = NumLineBits;
+        return kVXSuccess;
+    }
+    VX_RETURN_IF_FAILED(NewFillStyles.LoadFromStream(in));
+    VX_RETURN_IF_FAILED(NewLineStyles.LoadFromStream(in));
+    VX_RETURN_IF_FAILED(in.ReadBits(4, NewNumFillBits));
+    return in.ReadBits(4, NewNumLineBits);
+}
+
+VXErrorCodeEnum VXFlintShapeStyleChangeRecord::DumpToStream(VXBitStream& out) {
+    VX_RETURN_IF_FAILED(out.WriteBits(0, 1));
+    VX_RETURN_IF_FAILED(out.WriteVXBool16(StateNewStyles));
+    VX_RETURN_IF_FAILED(out.WriteVXBool16(StateLineStyle));
+    VX_RETURN_IF_FAILED(out.WriteVXBool16(StateFillStyle1));
+    VX_RETURN_IF_FAILED(out.WriteVXBool16(StateFillStyle0));
+    VX_RETURN_IF_FAILED(out.WriteVXBool16(StateMoveTo));
+    if (StateMoveTo != 0) {
+        const int x = VXToTwips(MoveDeltaX);
+        const int y = VXToTwips(MoveDeltaY);
+        const unsigned int width = VXFieldWidth(x, y);
+        VX_RETURN_IF_FAILED(out.WriteBits(width, 5));
+        VX_RETURN_IF_FAILED(out.WriteSBits(x, width));
+        VX_RETURN_IF_FAILED(out.WriteSBits(y, width));
+    }
+    if (StateFillStyle0 != 0) VX_RETURN_IF_FAILED(out.WriteBits(FillStyle0, NumFillBits));
+    if (StateFillStyle1 != 0) VX_RETURN_IF_FAILED(out.WriteBits(FillStyle1, NumFillBits));
+    if (StateLineStyle != 0) VX_RETURN_IF_FAILED(out.WriteBits(LineStyle, NumLineBits));
+    if (StateNewStyles == 0) {
+        NewNumFillBits = NumFillBits;
+        NewNumLineBits = NumLineBits;
+        return kVXSuccess;
+    }
+    VX_RETURN_IF_FAILED(NewFillStyles.DumpToStream(out));
+    VX_RETURN_IF_FAILED(NewLineStyles.DumpToStream(out));
+    VX_RETURN_IF_FAILED(out.WriteBits(NewNumFillBits, 4));
+    return out.WriteBits(NewNumLineBits, 4);
+}
