@@ -63,5 +63,7 @@
 #include "timeline/VXSwfDefineSpriteTag.h"
 #include "timeline/VXSwfEnableDebugger2Tag.h"
 #include "timeline/VXSwfFileAttributesTag.h"
+#include "timeline/VXSwfFreeCharacterTag.h"
+#include "timeline/VXSwfRemoveObjectTag.h"
 #include "timeline/VXSwfSetBackgroundColorTag.h"
 #include "timeline/VXSwfVXSpecialTag.h"

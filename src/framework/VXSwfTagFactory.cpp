@@ -19,6 +19,8 @@
 #include "timeline/VXSwfDefineSpriteTag.h"
 #include "timeline/VXSwfEnableDebugger2Tag.h"
 #include "timeline/VXSwfFileAttributesTag.h"
+#include "timeline/VXSwfFreeCharacterTag.h"
+#include "timeline/VXSwfRemoveObjectTag.h"
 #include "timeline/VXSwfSetBackgroundColorTag.h"
 #include "timeline/VXSwfVXSpecialTag.h"
 
@@ -45,6 +47,8 @@ struct VXSwfTagFactory::Row {
 
 // Sorted by type. Types without a row are raw in both sets.
 const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
+    {TAG_FREECHARACTER, Make<VXSwfFreeCharacterTag>, MakeRaw},
+    {TAG_REMOVEOBJECT, Make<VXSwfRemoveObjectTag>, Make<VXSwfRemoveObjectTag>},
     {TAG_DEFINEBITS, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBUTTON, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_SETBACKGROUNDCOLOR, Make<VXSwfSetBackgroundColorTag>, MakeRaw},
@@ -56,6 +60,7 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEBITSLOSSLESS, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBITSJPEG2, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINEBUTTONCXFORM, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_REMOVEOBJECT2, Make<VXSwfRemoveObjectTag>, Make<VXSwfRemoveObjectTag>},
     {TAG_DEFINEBUTTON2, Make<VXSwfDefineButton2Tag>, Make<VXSwfDefineButton2Tag>},
     {TAG_DEFINEBITSJPEG3, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINEBITSLOSSLESS2, Make<VXSwfDefineBitsLossless2Tag>, MakeRaw},

@@ -25,6 +25,8 @@ const Classes kRaw = Made<VXSwfTag, VXSwfTag>();
 
 // Every type whose class is not plain in both sets. The rows of 3, 4 and 17 are uneven on purpose.
 const std::map<unsigned int, Classes> kTable = {
+    {3, Made<VXSwfFreeCharacterTag, VXSwfTag>()},
+    {5, Made<VXSwfRemoveObjectTag, VXSwfRemoveObjectTag>()},
     {6, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {7, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {9, Made<VXSwfSetBackgroundColorTag, VXSwfTag>()},
@@ -36,6 +38,7 @@ const std::map<unsigned int, Classes> kTable = {
     {20, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {21, Made<VXSwfDefineBitsJpegTag, VXSwfTag>()},
     {23, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {28, Made<VXSwfRemoveObjectTag, VXSwfRemoveObjectTag>()},
     {34, Made<VXSwfDefineButton2Tag, VXSwfDefineButton2Tag>()},
     {35, Made<VXSwfDefineBitsJpegTag, VXSwfTag>()},
     {36, Made<VXSwfDefineBitsLossless2Tag, VXSwfTag>()},

@@ -1,0 +1,43 @@
+#include "timeline/VXSwfRemoveObjectTag.h"
+
+#include <string>
+
+VXSwfRemoveObjectTag::VXSwfRemoveObjectTag(enuTagType type) : VXSwfControlTag(type) {}
+
+VXSwfRemoveObjectTag::~VXSwfRemoveObjectTag() = default;
+
+VXErrorCodeEnum VXSwfRemoveObjectTag::LoadDataFromStream(VXBitStream& in) {
+    if (GetTagType() == VXSwfTagFactory::TAG_REMOVEOBJECT) VX_RETURN_IF_FAILED(in.ReadWord(CharacterId));
+    return in.ReadWord(Depth);
+}
+
+VXErrorCodeEnum VXSwfRemoveObjectTag::DumpFields(VXBitStream& body) const {
+    if (GetTagType() == VXSwfTagFactory::TAG_REMOVEOBJECT) VX_RETURN_IF_FAILED(body.WriteWord(CharacterId));
+    return body.WriteWord(Depth);
+}
+
+VXErrorCodeEnum VXSwfRemoveObjectTag::DumpToStream(VXBitStream& out) {
+    VXBitStream body;
+    VX_RETURN_IF_FAILED(DumpFields(body));
+    return DumpBody(out, body);
+}
+
+VXSwfTag* VXSwfRemoveObjectTag::Copy() {
+    VXSwfTag* tag = VXSwfTagFactory::CreateTagOfType(GetTagType(), 0, 0);
+    auto* copy = dynamic_cast<VXSwfRemoveObjectTag*>(tag);
+    if (copy == nullptr) {
+        VXSwfTagFactory::DeleteTag(tag);
+        return nullptr;
+    }
+    copy->CharacterId = CharacterId;
+    copy->Depth = Depth;
+    return copy;
+}
+
+void VXSwfRemoveObjectTag::GetTextInfo(VXString& text) {
+    VXSwfControlTag::GetTextInfo(text);
+    text += " - Depth=";
+    text += std::to_string(Depth).c_str();
+    text += " - Id(?)=";
+    text += std::to_string(CharacterId).c_str();
+}
