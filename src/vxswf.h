@@ -67,6 +67,7 @@
 #include "timeline/VXSwfEnableDebugger2Tag.h"
 #include "timeline/VXSwfFileAttributesTag.h"
 #include "timeline/VXSwfFreeCharacterTag.h"
+#include "timeline/VXSwfPlaceObjectTag.h"
 #include "timeline/VXSwfRemoveObjectTag.h"
 #include "timeline/VXSwfSetBackgroundColorTag.h"
 #include "timeline/VXSwfVXSpecialTag.h"

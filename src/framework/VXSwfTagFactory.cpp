@@ -20,6 +20,7 @@
 #include "timeline/VXSwfEnableDebugger2Tag.h"
 #include "timeline/VXSwfFileAttributesTag.h"
 #include "timeline/VXSwfFreeCharacterTag.h"
+#include "timeline/VXSwfPlaceObjectTag.h"
 #include "timeline/VXSwfRemoveObjectTag.h"
 #include "timeline/VXSwfSetBackgroundColorTag.h"
 #include "timeline/VXSwfVXSpecialTag.h"
@@ -48,6 +49,7 @@ struct VXSwfTagFactory::Row {
 // Sorted by type. Types without a row are raw in both sets.
 const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_FREECHARACTER, Make<VXSwfFreeCharacterTag>, MakeRaw},
+    {TAG_PLACEOBJECT, MakeRaw, Make<VXSwfPlaceObjectTag>},
     {TAG_REMOVEOBJECT, Make<VXSwfRemoveObjectTag>, Make<VXSwfRemoveObjectTag>},
     {TAG_DEFINEBITS, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBUTTON, Make<VXSwfDefinitionTag>, MakeRaw},

@@ -26,6 +26,7 @@ const Classes kRaw = Made<VXSwfTag, VXSwfTag>();
 // Every type whose class is not plain in both sets. The rows of 3, 4 and 17 are uneven on purpose.
 const std::map<unsigned int, Classes> kTable = {
     {3, Made<VXSwfFreeCharacterTag, VXSwfTag>()},
+    {4, Made<VXSwfTag, VXSwfPlaceObjectTag>()},
     {5, Made<VXSwfRemoveObjectTag, VXSwfRemoveObjectTag>()},
     {6, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {7, Made<VXSwfDefinitionTag, VXSwfTag>()},

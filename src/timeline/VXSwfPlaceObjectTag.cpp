@@ -1,0 +1,44 @@
+#include "timeline/VXSwfPlaceObjectTag.h"
+
+VXSwfPlaceObjectTag::VXSwfPlaceObjectTag(enuTagType type) : VXSwfControlTag(type) { CxForm.HasAlpha = 0; }
+
+VXSwfPlaceObjectTag::~VXSwfPlaceObjectTag() = default;
+
+VXErrorCodeEnum VXSwfPlaceObjectTag::LoadDataFromStream(VXBitStream& in) {
+    VX_RETURN_IF_FAILED(in.ReadWord(CharacterId));
+    VX_RETURN_IF_FAILED(in.ReadWord(Depth));
+    VX_RETURN_IF_FAILED(Matrix.LoadFromStream(in));
+    return in.IsEOF() != 0 ? kVXSuccess : CxForm.LoadFromStream(in);
+}
+
+VXErrorCodeEnum VXSwfPlaceObjectTag::DumpFields(VXBitStream& body) {
+    VX_RETURN_IF_FAILED(body.WriteWord(CharacterId));
+    VX_RETURN_IF_FAILED(body.WriteWord(Depth));
+    VX_RETURN_IF_FAILED(Matrix.DumpToStream(body));
+    return CxForm.DumpToStream(body);
+}
+
+VXErrorCodeEnum VXSwfPlaceObjectTag::DumpToStream(VXBitStream& out) {
+    VXBitStream body;
+    VX_RETURN_IF_FAILED(DumpFields(body));
+    return DumpBody(out, body);
+}
+
+VXSwfTag* VXSwfPlaceObjectTag::Copy() {
+    VXSwfTag* tag = VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_PLACEOBJECT, 0, 0);
+    auto* copy = dynamic_cast<VXSwfPlaceObjectTag*>(tag);
+    if (copy == nullptr) {
+        VXSwfTagFactory::DeleteTag(tag);
+        return nullptr;
+    }
+    *copy = *this;
+    return copy;
+}
+
+void VXSwfPlaceObjectTag::SetCharacterId(unsigned short id) { CharacterId = id; }
+
+unsigned short VXSwfPlaceObjectTag::GetCharacterId() const { return CharacterId; }
+
+void VXSwfPlaceObjectTag::SetCxForm(const VXFlintCxForm* cxForm) {
+    if (cxForm != nullptr) CxForm = *cxForm;
+}
