@@ -20,6 +20,7 @@
 #include "timeline/VXSwfEnableDebugger2Tag.h"
 #include "timeline/VXSwfFileAttributesTag.h"
 #include "timeline/VXSwfFreeCharacterTag.h"
+#include "timeline/VXSwfPlaceObject2Tag.h"
 #include "timeline/VXSwfPlaceObjectTag.h"
 #include "timeline/VXSwfRemoveObjectTag.h"
 #include "timeline/VXSwfSetBackgroundColorTag.h"
@@ -62,6 +63,7 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEBITSLOSSLESS, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBITSJPEG2, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINEBUTTONCXFORM, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_PLACEOBJECT2, Make<VXSwfPlaceObject2Tag>, Make<VXSwfPlaceObject2Tag>},
     {TAG_REMOVEOBJECT2, Make<VXSwfRemoveObjectTag>, Make<VXSwfRemoveObjectTag>},
     {TAG_DEFINEBUTTON2, Make<VXSwfDefineButton2Tag>, Make<VXSwfDefineButton2Tag>},
     {TAG_DEFINEBITSJPEG3, Make<VXSwfDefineBitsJpegTag>, MakeRaw},

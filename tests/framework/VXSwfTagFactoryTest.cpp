@@ -39,6 +39,7 @@ const std::map<unsigned int, Classes> kTable = {
     {20, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {21, Made<VXSwfDefineBitsJpegTag, VXSwfTag>()},
     {23, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {26, Made<VXSwfPlaceObject2Tag, VXSwfPlaceObject2Tag>()},
     {28, Made<VXSwfRemoveObjectTag, VXSwfRemoveObjectTag>()},
     {34, Made<VXSwfDefineButton2Tag, VXSwfDefineButton2Tag>()},
     {35, Made<VXSwfDefineBitsJpegTag, VXSwfTag>()},
