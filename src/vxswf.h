@@ -70,6 +70,7 @@
 #include "timeline/VXSwfFileAttributesTag.h"
 #include "timeline/VXSwfFreeCharacterTag.h"
 #include "timeline/VXSwfPlaceObject2Tag.h"
+#include "timeline/VXSwfPlaceObject3Tag.h"
 #include "timeline/VXSwfPlaceObjectTag.h"
 #include "timeline/VXSwfRemoveObjectTag.h"
 #include "timeline/VXSwfSetBackgroundColorTag.h"

@@ -21,6 +21,7 @@
 #include "timeline/VXSwfFileAttributesTag.h"
 #include "timeline/VXSwfFreeCharacterTag.h"
 #include "timeline/VXSwfPlaceObject2Tag.h"
+#include "timeline/VXSwfPlaceObject3Tag.h"
 #include "timeline/VXSwfPlaceObjectTag.h"
 #include "timeline/VXSwfRemoveObjectTag.h"
 #include "timeline/VXSwfSetBackgroundColorTag.h"
@@ -76,6 +77,7 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEFONTINFO2, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_ENABLEDEBUGGER2, Make<VXSwfEnableDebugger2Tag>, MakeRaw},
     {TAG_FILEATTRIBUTES, Make<VXSwfFileAttributesTag>, Make<VXSwfFileAttributesTag>},
+    {TAG_PLACEOBJECT3, Make<VXSwfPlaceObject3Tag>, Make<VXSwfPlaceObject3Tag>},
     {TAG_DEFINEFONTALIGNZONES, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_SYMBOLCLASS, Make<VXSwfSymbolClassTag>, Make<VXSwfSymbolClassTag>},
     {TAG_DOABC, Make<VXSwfDoABCTag>, MakeRaw},

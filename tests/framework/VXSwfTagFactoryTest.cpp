@@ -52,6 +52,7 @@ const std::map<unsigned int, Classes> kTable = {
     {62, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {64, Made<VXSwfEnableDebugger2Tag, VXSwfTag>()},
     {69, Made<VXSwfFileAttributesTag, VXSwfFileAttributesTag>()},
+    {70, Made<VXSwfPlaceObject3Tag, VXSwfPlaceObject3Tag>()},
     {73, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {76, Made<VXSwfSymbolClassTag, VXSwfSymbolClassTag>()},
     {82, Made<VXSwfDoABCTag, VXSwfTag>()},
