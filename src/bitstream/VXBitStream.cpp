@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "bitstream/VXPool.h"
 #include "bitstream/VXStreamTransfer_p.h"
 
 static_assert(std::endian::native == std::endian::little, "fields are copied as they lie on the wire");
@@ -75,6 +76,7 @@ bool VXBitStream::Allocate(unsigned int capacity) {
         const std::uint64_t ahead = m_Reserved >= kRunAhead ? std::uint64_t{m_Reserved} * 3 / 2 : 0;
         unsigned int reserve =
             std::max(capacity, static_cast<unsigned int>(std::min<std::uint64_t>(ahead, UINT_MAX)));
+        const bool isNew = m_Buffer == nullptr;
         void* block = std::realloc(m_Buffer, reserve);
         if (block == nullptr && reserve > capacity) {
             reserve = capacity;
@@ -84,6 +86,8 @@ bool VXBitStream::Allocate(unsigned int capacity) {
             FreeBuffer();
             return false;
         }
+        // A block that grows moves, and huge pages would be broken up for that.
+        if (isNew) VXPool::PreferHugePages(block, reserve);
         m_Buffer = static_cast<unsigned char*>(block);
         m_Reserved = reserve;
     }
@@ -145,7 +149,8 @@ short VXBitStream::DumpToStream(IVXStream* stream) {
 
 unsigned int VXBitStream::GetPosition() const { return m_Stream != nullptr ? m_Stream->Tell() : m_Position; }
 
-short VXBitStream::SetPosition(unsigned int position) {
+/// A position in the output stream, or one that extends the data.
+short VXBitStream::SetFarPosition(unsigned int position) {
     if (m_Stream != nullptr) {
         VXSeekTo(*m_Stream, position);
         return 1;
@@ -206,7 +211,7 @@ VXErrorCodeEnum VXBitStream::WriteAway(const void* data, unsigned int length) {
     return kVXSuccess;
 }
 
-/// The end of the data, and fields of more than 32 bits.
+/// The end of the data, and fields of more than 32 bits; `count` is above the bits at hand.
 VXErrorCodeEnum VXBitStream::ReadBitsSlowly(unsigned int count, unsigned int& value) {
     value = m_BitBuffer;
     for (unsigned int need = count - m_BitCount; need != 0;) {

@@ -177,6 +177,7 @@ private:
         m_BitBuffer = 0;
         m_BitCount = 0;
     }
+    short SetFarPosition(unsigned int position);
     void FreeBuffer();
     bool Grow(unsigned int size);
     bool Allocate(unsigned int capacity);
@@ -205,6 +206,12 @@ private:
     IVXStream* m_CompressionStream = nullptr;
 };
 
+inline short VXBitStream::SetPosition(unsigned int position) {
+    if (m_Stream != nullptr || position > m_Size) return SetFarPosition(position);
+    m_Position = position;
+    return 1;
+}
+
 inline VXErrorCodeEnum VXBitStream::ReadByte(unsigned char& value) {
     DropBits();
     if (IsAtEnd()) return kVXFailure;
@@ -230,14 +237,14 @@ inline VXErrorCodeEnum VXBitStream::ReadDWord(unsigned int& value) {
 }
 
 inline VXErrorCodeEnum VXBitStream::ReadBits(unsigned int count, unsigned int& value) {
-    // Eight bytes at the position hold all that a field of up to 32 bits can need. The end of the data and
-    // wider fields take the plain path.
     if (count <= m_BitCount) {
         m_BitCount -= count;
         value = m_BitBuffer >> m_BitCount;
         m_BitBuffer &= (1u << m_BitCount) - 1;
         return kVXSuccess;
     }
+    // Eight bytes at the position hold all that a field of up to 32 bits can need. The end of the data and
+    // wider fields take the plain path.
     if (count > 32 || std::uint64_t{m_Position} + 8 > std::uint64_t{m_Size} || m_Buffer == nullptr) {
         return ReadBitsSlowly(count, value);
     }

@@ -7,6 +7,7 @@
 #include <new>
 
 #include "bitstream/VXBitStream.h"
+#include "bitstream/VXPool.h"
 #include "bitstream/VXStreamTransfer_p.h"
 #include "platform/VXAssert.h"
 
@@ -140,6 +141,7 @@ short VXBitStream::UnCompress(unsigned int offset, unsigned int fullSize) {
     constexpr unsigned int kHeader = 8;
     auto* block = static_cast<unsigned char*>(std::malloc(std::max(offset, kHeader) + destLength));
     if (block == nullptr) return 0;
+    VXPool::PreferHugePages(block, std::max(offset, kHeader) + destLength);
     if (uncompress(block + offset, &destLength, m_Buffer + offset, compressedLength) != Z_OK) {
         VXAssertFail("compress2 returned failure");
         std::free(block);

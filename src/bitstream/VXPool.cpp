@@ -203,3 +203,34 @@ void VXPool::Free(void* block, std::size_t size) noexcept {
 }
 
 #endif
+
+namespace {
+
+/// The part of a block that consists of whole units.
+struct Whole {
+    std::uintptr_t start;
+    std::size_t size;
+};
+
+Whole WholeUnits(void* block, std::size_t size, std::uintptr_t unit) {
+    const auto begin = reinterpret_cast<std::uintptr_t>(block);
+    const std::uintptr_t start = (begin + unit - 1) & ~(unit - 1);
+    const std::uintptr_t end = (begin + size) & ~(unit - 1);
+    return {start, end > start ? end - start : 0};
+}
+
+}  // namespace
+
+// Both are advice; a system that does not take it has lost nothing.
+
+void VXPool::PreferHugePages(void* block, std::size_t size) noexcept {
+    const Whole whole = WholeUnits(block, size, std::size_t{2} << 20);
+    if (whole.size != 0) madvise(reinterpret_cast<void*>(whole.start), whole.size, MADV_HUGEPAGE);
+}
+
+void VXPool::TouchPages(void* block, std::size_t size) noexcept {
+#ifdef MADV_POPULATE_WRITE
+    const Whole whole = WholeUnits(block, size, 4096);
+    if (whole.size != 0) madvise(reinterpret_cast<void*>(whole.start), whole.size, MADV_POPULATE_WRITE);
+#endif
+}

@@ -20,6 +20,13 @@ public:
     [[nodiscard]] static void* Allocate(std::size_t size);
     /// `size` must be the one that was asked for. Null is ignored.
     static void Free(void* block, std::size_t size) noexcept;
+
+    /// Asks the system to back a large block, one that nobody has written yet and that will be written
+    /// soon, with huge pages: the first touch of each small page costs more than filling it. Small blocks are
+    /// left alone.
+    static void PreferHugePages(void* block, std::size_t size) noexcept;
+    /// Has the system provide all pages of a block that is about to be overwritten, in one go.
+    static void TouchPages(void* block, std::size_t size) noexcept;
 };
 
 /// A base that places objects made with `new`, a host's included, in the pool. A class with subclasses needs

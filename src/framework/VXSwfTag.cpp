@@ -61,6 +61,7 @@ VXErrorCodeEnum VXSwfTag::LoadFromStream(VXBitStream& in) {
     m_Data = VXByteBlock::Allocate(m_TagLen);
     unsigned int count = m_TagLen;
     VX_RETURN_IF_FAILED(in.Read(m_Data.GetBytes(), count));
+    if (m_HasFields == 0) return kVXSuccess;
     VXBitStream fields = GetDataStream();
     return LoadDataFromStream(fields);
 }

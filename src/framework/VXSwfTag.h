@@ -73,7 +73,7 @@ public:
     VXErrorCodeEnum DumpHdrToStream(VXBitStream& out);
     /// Whether the header takes the long form: it was asked for, or the body has 63 bytes or more.
     short IsLongTag() const { return m_IsLongTag != 0 || m_TagLen >= kLongLength ? 1 : 0; }
-    void SetIsLongTag(short isLong) { m_IsLongTag = isLong; }
+    void SetIsLongTag(short isLong) { m_IsLongTag = isLong != 0 ? 1 : 0; }
     /// A stream that borrows `GetData()`, cut to what is there. It must not outlive the body.
     VXBitStream GetDataStream();
     /// For type 73 the ID of the font that it belongs to, else the character ID.
@@ -129,9 +129,11 @@ private:
     unsigned int m_TagLen = 0;
     VXByteBlock m_Data;           // as read
     Loan* m_DataStack = nullptr;  // what is lent, the last loan first
-    unsigned int m_Holders = 0;   // tag sets whose lists have the tag; the last one deletes it
-    short m_IsLongTag = 0;
+    // Packed, so that a raw tag takes 40 bytes: movies have hundreds of thousands.
+    unsigned int m_Holders : 29 = 0;       // entries of tag sets that have the tag; the last one deletes it
+    unsigned int m_IsLongTag : 1 = 0;      // nothing but its being set is ever asked
+    unsigned int m_IsFromFactory : 1 = 0;  // and so of a class of this library, none of a host's
+    unsigned int m_HasFields : 1 = 1;      // clear for what the factory made to be carried as it comes
     short m_Parsing;
     unsigned char m_FLVersion = 0;
-    bool m_IsFromFactory = false;  // and so of a class of this library, none of a host's
 };

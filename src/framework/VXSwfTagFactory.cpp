@@ -1,6 +1,7 @@
 #include "framework/VXSwfTagFactory.h"
 
-#include <algorithm>
+#include <array>
+#include <cstdint>
 #include <iterator>
 
 #include "framework/VXSwfDefinitionTag.h"
@@ -30,13 +31,14 @@
 template <typename Tag>
 VXSwfTag* VXSwfTagFactory::Make(enuTagType type) {
     VXSwfTag* tag = new Tag(type);
-    tag->m_IsFromFactory = true;
+    tag->m_IsFromFactory = 1;
     return tag;
 }
 
 VXSwfTag* VXSwfTagFactory::MakeRaw(enuTagType type) {
     auto* tag = new VXSwfTag(type, 1);
-    tag->m_IsFromFactory = true;
+    tag->m_IsFromFactory = 1;
+    tag->m_HasFields = 0;
     return tag;
 }
 
@@ -91,9 +93,16 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
 };
 
 const VXSwfTagFactory::Row* VXSwfTagFactory::FindRow(enuTagType type) {
-    const Row* row = std::lower_bound(std::begin(kRows), std::end(kRows), type,
-                                      [](const Row& left, enuTagType right) { return left.type < right; });
-    return row != std::end(kRows) && row->type == type ? row : nullptr;
+    // For every type the number of its row, from 1 on, since each tag of a movie asks for one.
+    static constexpr auto kNumbers = [] {
+        std::array<std::uint8_t, TAG_RESERVED + 1> numbers{};
+        static_assert(std::size(kRows) <= UINT8_MAX);
+        for (std::size_t i = 0; i < std::size(kRows); ++i)
+            numbers[kRows[i].type] = static_cast<std::uint8_t>(i + 1);
+        return numbers;
+    }();
+    const unsigned int number = type < kNumbers.size() ? kNumbers[type] : 0;
+    return number == 0 ? nullptr : &kRows[number - 1];
 }
 
 VXSwfTag* VXSwfTagFactory::CreateTagOfType(enuTagType type, short limitedClasses, unsigned int parsingMode) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <typeindex>
 #include <typeinfo>
 
 #include "support/TagSweep.h"
@@ -79,9 +78,9 @@ TEST(VXSwfTagFactory, EveryTypeHasItsClass) {
     for (unsigned int type = 0; type < 1024; ++type) {
         const auto row = kTable.find(type);
         const Classes& classes = row == kTable.end() ? kRaw : row->second;
-        EXPECT_EQ(std::type_index(ClassOf(type, 0, 0)), std::type_index(*classes.byCode)) << type;
-        EXPECT_EQ(std::type_index(ClassOf(type, 1, 0)), std::type_index(*classes.inFile)) << type;
-        EXPECT_EQ(std::type_index(ClassOf(type, -1, 0)), std::type_index(*classes.inFile)) << type;
+        EXPECT_STREQ(ClassOf(type, 0, 0).name(), classes.byCode->name()) << type;
+        EXPECT_STREQ(ClassOf(type, 1, 0).name(), classes.inFile->name()) << type;
+        EXPECT_STREQ(ClassOf(type, -1, 0).name(), classes.inFile->name()) << type;
     }
 }
 
@@ -91,7 +90,7 @@ TEST(VXSwfTagFactory, AParsingModeLeavesThreeClasses) {
         const bool isKnown = (type == 26 || type == 39 || type == 69) && row != kTable.end();
         const std::type_info& expected = isKnown ? *row->second.inFile : *kRaw.inFile;
         for (const short limitedClasses : {short{0}, short{1}}) {
-            EXPECT_EQ(std::type_index(ClassOf(type, limitedClasses, 2)), std::type_index(expected)) << type;
+            EXPECT_STREQ(ClassOf(type, limitedClasses, 2).name(), expected.name()) << type;
         }
     }
 }
