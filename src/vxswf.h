@@ -56,6 +56,8 @@
 #include "scripting/VXSwfDoInitActionTag.h"
 #include "scripting/VXSwfExportAssetsTag.h"
 #include "scripting/VXSwfSymbolClassTag.h"
+#include "shapes/VXSwfDefineShapeTag.h"
+#include "shapes/VXSwfStrokePattern.h"
 #include "timeline/VXFlintButtonCondAction.h"
 #include "timeline/VXFlintButtonRecord.h"
 #include "timeline/VXFlintClipActions.h"

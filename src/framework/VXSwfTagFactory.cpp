@@ -15,6 +15,7 @@
 #include "scripting/VXSwfDoInitActionTag.h"
 #include "scripting/VXSwfExportAssetsTag.h"
 #include "scripting/VXSwfSymbolClassTag.h"
+#include "shapes/VXSwfDefineShapeTag.h"
 #include "timeline/VXSwfDefineBinaryDataTag.h"
 #include "timeline/VXSwfDefineButton2Tag.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
@@ -52,6 +53,7 @@ struct VXSwfTagFactory::Row {
 
 // Sorted by type. Types without a row are raw in both sets.
 const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
+    {TAG_DEFINESHAPE, Make<VXSwfDefineShapeTag>, Make<VXSwfDefineShapeTag>},
     {TAG_FREECHARACTER, Make<VXSwfFreeCharacterTag>, MakeRaw},
     {TAG_PLACEOBJECT, MakeRaw, Make<VXSwfPlaceObjectTag>},
     {TAG_REMOVEOBJECT, Make<VXSwfRemoveObjectTag>, Make<VXSwfRemoveObjectTag>},
@@ -65,9 +67,11 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEBUTTONSOUND, Make<VXSwfDefinitionTag>, Make<VXSwfDefineButtonSoundTag>},
     {TAG_DEFINEBITSLOSSLESS, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBITSJPEG2, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
+    {TAG_DEFINESHAPE2, Make<VXSwfDefineShapeTag>, Make<VXSwfDefineShapeTag>},
     {TAG_DEFINEBUTTONCXFORM, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_PLACEOBJECT2, Make<VXSwfPlaceObject2Tag>, Make<VXSwfPlaceObject2Tag>},
     {TAG_REMOVEOBJECT2, Make<VXSwfRemoveObjectTag>, Make<VXSwfRemoveObjectTag>},
+    {TAG_DEFINESHAPE3, Make<VXSwfDefineShapeTag>, Make<VXSwfDefineShapeTag>},
     {TAG_DEFINEBUTTON2, Make<VXSwfDefineButton2Tag>, Make<VXSwfDefineButton2Tag>},
     {TAG_DEFINEBITSJPEG3, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINEBITSLOSSLESS2, Make<VXSwfDefineBitsLossless2Tag>, MakeRaw},
@@ -83,6 +87,7 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEFONTALIGNZONES, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_SYMBOLCLASS, Make<VXSwfSymbolClassTag>, Make<VXSwfSymbolClassTag>},
     {TAG_DOABC, Make<VXSwfDoABCTag>, MakeRaw},
+    {TAG_DEFINESHAPE4, Make<VXSwfDefineShapeTag>, Make<VXSwfDefineShapeTag>},
     {TAG_DEFINESCENEANDFRAMELABELDATA, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBINARYDATA, Make<VXSwfDefineBinaryDataTag>, MakeRaw},
     {TAG_VXSPECIAL1, Make<VXSwfVXSpecialTag>, MakeRaw},

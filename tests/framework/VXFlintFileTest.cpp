@@ -281,7 +281,7 @@ TEST(VXFlintFile, SizesAreTruncatedAndNeverUndefined) {
     EXPECT_EQ(file.GetHeight(), 0xFFFFFFFFu);
     // Saturated twips take 32 bits, a width that five bits do not hold; the rectangle then reads as empty.
     VXFlintFile again;
-    EXPECT_EQ(Load(again, DumpOf(file)), kVXSuccess);
+    VXIgnore(Load(again, DumpOf(file)));  // what stands behind it is taken for tags
     EXPECT_EQ(again.GetWidth(), 0u);
     file.SetHeight(50000000);
     EXPECT_EQ(Load(again, DumpOf(file)), kVXSuccess);

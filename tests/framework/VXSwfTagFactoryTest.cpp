@@ -24,6 +24,7 @@ const Classes kRaw = Made<VXSwfTag, VXSwfTag>();
 
 // Every type whose class is not plain in both sets. The rows of 3, 4 and 17 are uneven on purpose.
 const std::map<unsigned int, Classes> kTable = {
+    {2, Made<VXSwfDefineShapeTag, VXSwfDefineShapeTag>()},
     {3, Made<VXSwfFreeCharacterTag, VXSwfTag>()},
     {4, Made<VXSwfTag, VXSwfPlaceObjectTag>()},
     {5, Made<VXSwfRemoveObjectTag, VXSwfRemoveObjectTag>()},
@@ -37,9 +38,11 @@ const std::map<unsigned int, Classes> kTable = {
     {17, Made<VXSwfDefinitionTag, VXSwfDefineButtonSoundTag>()},
     {20, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {21, Made<VXSwfDefineBitsJpegTag, VXSwfTag>()},
+    {22, Made<VXSwfDefineShapeTag, VXSwfDefineShapeTag>()},
     {23, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {26, Made<VXSwfPlaceObject2Tag, VXSwfPlaceObject2Tag>()},
     {28, Made<VXSwfRemoveObjectTag, VXSwfRemoveObjectTag>()},
+    {32, Made<VXSwfDefineShapeTag, VXSwfDefineShapeTag>()},
     {34, Made<VXSwfDefineButton2Tag, VXSwfDefineButton2Tag>()},
     {35, Made<VXSwfDefineBitsJpegTag, VXSwfTag>()},
     {36, Made<VXSwfDefineBitsLossless2Tag, VXSwfTag>()},
@@ -55,6 +58,7 @@ const std::map<unsigned int, Classes> kTable = {
     {73, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {76, Made<VXSwfSymbolClassTag, VXSwfSymbolClassTag>()},
     {82, Made<VXSwfDoABCTag, VXSwfTag>()},
+    {83, Made<VXSwfDefineShapeTag, VXSwfDefineShapeTag>()},
     {86, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {87, Made<VXSwfDefineBinaryDataTag, VXSwfTag>()},
     {996, Made<VXSwfVXSpecialTag, VXSwfTag>()},
