@@ -72,11 +72,11 @@ VXErrorCodeEnum VXSwfPlaceObject3Tag::DumpFilters(VXBitStream& body) const {
 
 VXErrorCodeEnum VXSwfPlaceObject3Tag::DumpToStream(VXBitStream& out) {
     VXBitStream body;
+    SetIsLongTag(1);
     if (RawBody) {
         body.LoadFromAllocedMem(RawBody.GetBytes(), RawBody.GetSize());
         return DumpBody(out, body);
     }
-    SetIsLongTag(1);
     DeriveFlags();
     HasFilterList = StaticEffects.Read().current.empty() ? 0 : 1;
     VX_RETURN_IF_FAILED(DumpFields(body));

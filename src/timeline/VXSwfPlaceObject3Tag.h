@@ -30,8 +30,8 @@ public:
     VXSwfPlaceObject3Tag(const VXSwfPlaceObject3Tag&) = default;
     VXSwfPlaceObject3Tag& operator=(const VXSwfPlaceObject3Tag&) = default;
 
-    /// Writes the kept body, under the header that `IsLongTag` asks for. Without one it regenerates the body
-    /// as type 26 does, always with the long header, and makes `HasFilterList` tell whether there are filters.
+    /// Writes the kept body. Without one it regenerates the body as type 26 does and makes `HasFilterList` tell
+    /// whether there are filters. Both take the long header.
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
     /// Reaches a kept body when `HasCharacter` is set.
     void SetReferencedID(unsigned short id) override;

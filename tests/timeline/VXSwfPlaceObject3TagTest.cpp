@@ -53,14 +53,14 @@ const Bytes kRich =
 
 }  // namespace
 
-TEST(VXSwfPlaceObject3Tag, DumpsTheBodyThatItLoads) {
-    SweepTag("what it does not know stays", TagBytes(70, kRich));
-    SweepTag("a long header stays", LongTagBytes(70, kRich));
-    SweepTag("a class name, a name that is not read, reserved bits",
-             TagBytes(70, Hex("22 E8 02 00 61 00 05 00 62 00")));
-    SweepTag("an image with a class name", TagBytes(70, Hex("02 10 02 00 61 62 00 05 00")));
-    SweepTag("matrix, colours and ratio",
-             TagBytes(70, Join({Hex("1C 00 02 00 00"), Bits("0 0 0000"), Hex("34 12")})));
+TEST(VXSwfPlaceObject3Tag, DumpsTheBodyThatItLoadsUnderALongHeader) {
+    const auto sweep = [](const std::string& what, const Bytes& body) {
+        SweepTag(what, TagBytes(70, body), LongTagBytes(70, body));
+    };
+    sweep("what it does not know stays", kRich);
+    sweep("a class name, a name that is not read, reserved bits", Hex("22 E8 02 00 61 00 05 00 62 00"));
+    sweep("an image with a class name", Hex("02 10 02 00 61 62 00 05 00"));
+    sweep("matrix, colours and ratio", Join({Hex("1C 00 02 00 00"), Bits("0 0 0000"), Hex("34 12")}));
 }
 
 TEST(VXSwfPlaceObject3Tag, PatchesDepthAndCharacterOnly) {
