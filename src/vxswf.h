@@ -58,6 +58,8 @@
 #include "scripting/VXSwfSymbolClassTag.h"
 #include "shapes/VXSwfDefineShapeTag.h"
 #include "shapes/VXSwfStrokePattern.h"
+#include "text/VXSwfCSMTextSettingTag.h"
+#include "text/VXSwfDefineFontNameTag.h"
 #include "timeline/VXFlintButtonCondAction.h"
 #include "timeline/VXFlintButtonRecord.h"
 #include "timeline/VXFlintClipActions.h"

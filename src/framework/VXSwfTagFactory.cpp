@@ -16,6 +16,8 @@
 #include "scripting/VXSwfExportAssetsTag.h"
 #include "scripting/VXSwfSymbolClassTag.h"
 #include "shapes/VXSwfDefineShapeTag.h"
+#include "text/VXSwfCSMTextSettingTag.h"
+#include "text/VXSwfDefineFontNameTag.h"
 #include "timeline/VXSwfDefineBinaryDataTag.h"
 #include "timeline/VXSwfDefineButton2Tag.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
@@ -85,11 +87,13 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_FILEATTRIBUTES, Make<VXSwfFileAttributesTag>, Make<VXSwfFileAttributesTag>},
     {TAG_PLACEOBJECT3, Make<VXSwfPlaceObject3Tag>, Make<VXSwfPlaceObject3Tag>},
     {TAG_DEFINEFONTALIGNZONES, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_CSMTEXTSETTINGS, Make<VXSwfCSMTextSettingTag>, MakeRaw},
     {TAG_SYMBOLCLASS, Make<VXSwfSymbolClassTag>, Make<VXSwfSymbolClassTag>},
     {TAG_DOABC, Make<VXSwfDoABCTag>, MakeRaw},
     {TAG_DEFINESHAPE4, Make<VXSwfDefineShapeTag>, Make<VXSwfDefineShapeTag>},
     {TAG_DEFINESCENEANDFRAMELABELDATA, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINEBINARYDATA, Make<VXSwfDefineBinaryDataTag>, MakeRaw},
+    {TAG_DEFINEFONTNAME, Make<VXSwfDefineFontNameTag>, MakeRaw},
     {TAG_VXSPECIAL1, Make<VXSwfVXSpecialTag>, MakeRaw},
     {TAG_VXSPECIAL2, Make<VXSwfVXSpecialTag>, MakeRaw},
     {TAG_VXSPECIAL3, Make<VXSwfVXSpecialTag>, MakeRaw},
