@@ -59,6 +59,7 @@
 #include "shapes/VXSwfDefineShapeTag.h"
 #include "shapes/VXSwfStrokePattern.h"
 #include "text/VXSwfCSMTextSettingTag.h"
+#include "text/VXSwfDefineEditTextTag.h"
 #include "text/VXSwfDefineFontNameTag.h"
 #include "timeline/VXFlintButtonCondAction.h"
 #include "timeline/VXFlintButtonRecord.h"

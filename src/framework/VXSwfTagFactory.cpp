@@ -17,6 +17,7 @@
 #include "scripting/VXSwfSymbolClassTag.h"
 #include "shapes/VXSwfDefineShapeTag.h"
 #include "text/VXSwfCSMTextSettingTag.h"
+#include "text/VXSwfDefineEditTextTag.h"
 #include "text/VXSwfDefineFontNameTag.h"
 #include "timeline/VXSwfDefineBinaryDataTag.h"
 #include "timeline/VXSwfDefineButton2Tag.h"
@@ -77,6 +78,7 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEBUTTON2, Make<VXSwfDefineButton2Tag>, Make<VXSwfDefineButton2Tag>},
     {TAG_DEFINEBITSJPEG3, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINEBITSLOSSLESS2, Make<VXSwfDefineBitsLossless2Tag>, MakeRaw},
+    {TAG_DEFINEEDITTEXT, Make<VXSwfDefineEditTextTag>, Make<VXSwfDefineEditTextTag>},
     {TAG_DEFINESPRITE, Make<VXSwfDefineSpriteTag>, Make<VXSwfDefineSpriteTag>},
     {TAG_DEFINEMORPHSHAPE, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_EXPORTASSETS, Make<VXSwfExportAssetsTag>, Make<VXSwfExportAssetsTag>},

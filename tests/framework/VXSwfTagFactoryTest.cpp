@@ -46,6 +46,7 @@ const std::map<unsigned int, Classes> kTable = {
     {34, Made<VXSwfDefineButton2Tag, VXSwfDefineButton2Tag>()},
     {35, Made<VXSwfDefineBitsJpegTag, VXSwfTag>()},
     {36, Made<VXSwfDefineBitsLossless2Tag, VXSwfTag>()},
+    {37, Made<VXSwfDefineEditTextTag, VXSwfDefineEditTextTag>()},
     {39, Made<VXSwfDefineSpriteTag, VXSwfDefineSpriteTag>()},
     {46, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {56, Made<VXSwfExportAssetsTag, VXSwfExportAssetsTag>()},
