@@ -1,5 +1,7 @@
 #include "timeline/VXFlintClipActions.h"
 
+#include <utility>
+
 namespace {
 
 using Event = short VXFlintClipEventFlags::*;

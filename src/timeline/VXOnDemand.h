@@ -26,8 +26,9 @@ public:
     }
     /// The value, or a fresh one that all share.
     const T& Read() const {
+        if (m_Box != nullptr) return m_Box->value;
         static const T kFresh{};
-        return m_Box == nullptr ? kFresh : m_Box->value;
+        return kFresh;
     }
     bool IsMade() const { return m_Box != nullptr; }
     /// Back to a fresh value, which takes no memory.

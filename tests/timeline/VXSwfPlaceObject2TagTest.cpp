@@ -100,6 +100,7 @@ TEST(VXSwfPlaceObject2Tag, TakesAColourTransform) {
     const auto tag = NewTag<Tag>(26);
     tag->SetCxForm(nullptr);
     EXPECT_EQ(DumpOf(*tag), LongTagBytes(26, Hex("08 00 00 00"))) << "the flag, and a fresh transform";
+    EXPECT_EQ(std::as_const(*tag).GetCxForm().HasAlpha, 1);
     tag->GetCxForm().HasAddTerms = 1;
     tag->GetCxForm().BlueAddTerm = 1;
     tag->SetAlpha(128);
