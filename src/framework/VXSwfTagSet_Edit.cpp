@@ -1,13 +1,22 @@
 #include <cstdlib>
 #include <iterator>
+#include <utility>
 
-#include "framework/VXSwfTag.h"
+#include "framework/VXMakeTag_p.h"
+#include "framework/VXSwfDefinitionTag.h"
 #include "framework/VXSwfTagSet.h"
+#include "graphics/VXFlintMatrix.h"
+#include "timeline/VXSwfPlaceObject3Tag.h"
+#include "timeline/VXSwfRemoveObjectTag.h"
 
 namespace {
 
 constexpr unsigned short kNextDepth = 0;
 constexpr unsigned short kNextTopDepth = 0xFFFF;
+
+unsigned short IdOf(const VXSwfDefinitionTag* character) {
+    return character == nullptr ? 0 : character->GetCharacterId();
+}
 
 }  // namespace
 
@@ -102,4 +111,71 @@ unsigned short VXSwfTagSet::GetAbsTagDepth(unsigned short depth) {
         m_NextDepth = depth;
     }
     return depth;
+}
+
+VXSwfPlaceObject2Tag* VXSwfTagSet::CreateAndInitPlaceObjectTag(unsigned short id, const VXString& name,
+                                                               double x, double y, unsigned short depth,
+                                                               const std::vector<VXFlintFilter*>& filters) {
+    std::unique_ptr<VXSwfPlaceObject2Tag> tag;
+    if (filters.empty()) {
+        tag = VXMakeTag<VXSwfPlaceObject2Tag>(VXSwfTagFactory::TAG_PLACEOBJECT2);
+    } else if (auto filtered = VXMakeTag<VXSwfPlaceObject3Tag>(VXSwfTagFactory::TAG_PLACEOBJECT3)) {
+        filtered->SetStaticEffectVector(filters);
+        tag = std::move(filtered);
+    }
+    if (tag == nullptr) return nullptr;
+    VXFlintMatrix matrix;
+    matrix.ToUnitMatrix();
+    matrix.TranslateX = x;
+    matrix.TranslateY = y;
+    tag->SetMatrix(matrix);
+    tag->SetName(name);
+    tag->SetDepth(GetAbsTagDepth(depth), 0);
+    tag->SetReferencedID(id);
+    if (id == 0) tag->SetMoveFlag(1);
+    return tag.release();
+}
+
+VXSwfPlaceObject2Tag* VXSwfTagSet::PlaceObject(unsigned short id, TagIter before, const VXString& name,
+                                               double x, double y, unsigned short depth,
+                                               const std::vector<VXFlintFilter*>& filters) {
+    VXSwfPlaceObject2Tag* tag = CreateAndInitPlaceObjectTag(id, name, x, y, depth, filters);
+    if (tag != nullptr) IncludeTag(tag, before);
+    return tag;
+}
+
+VXSwfPlaceObject2Tag* VXSwfTagSet::PlaceObject(unsigned short id, int frame, const VXString& name, double x,
+                                               double y, unsigned short depth,
+                                               const std::vector<VXFlintFilter*>& filters) {
+    VXSwfPlaceObject2Tag* tag = CreateAndInitPlaceObjectTag(id, name, x, y, depth, filters);
+    if (tag != nullptr) IncludeTag(tag, frame);
+    return tag;
+}
+
+VXSwfPlaceObject2Tag* VXSwfTagSet::PlaceObject(VXSwfDefinitionTag* character, int frame, const VXString& name,
+                                               double x, double y, unsigned short depth,
+                                               const std::vector<VXFlintFilter*>& filters) {
+    return PlaceObject(IdOf(character), frame, name, x, y, depth, filters);
+}
+
+VXSwfPlaceObject2Tag* VXSwfTagSet::PlaceAndRemoveObject(unsigned short id, int placeFrame, int removeFrame,
+                                                        const VXString& name, double x, double y,
+                                                        unsigned short depth) {
+    VXSwfPlaceObject2Tag* tag = PlaceObject(id, placeFrame, name, x, y, depth, {});
+    if (tag != nullptr && removeFrame != 0) RemoveObject(tag->GetDepth(), removeFrame);
+    return tag;
+}
+
+VXSwfPlaceObject2Tag* VXSwfTagSet::PlaceAndRemoveObject(VXSwfDefinitionTag* character, int placeFrame,
+                                                        int removeFrame, const VXString& name, double x,
+                                                        double y, unsigned short depth) {
+    return PlaceAndRemoveObject(IdOf(character), placeFrame, removeFrame, name, x, y, depth);
+}
+
+VXSwfRemoveObjectTag* VXSwfTagSet::RemoveObject(unsigned short depth, int frame) {
+    VXSwfRemoveObjectTag* tag = VXMakeTag<VXSwfRemoveObjectTag>(VXSwfTagFactory::TAG_REMOVEOBJECT2).release();
+    if (tag == nullptr) return nullptr;
+    tag->SetDepth(depth);
+    IncludeTag(tag, frame);
+    return tag;
 }

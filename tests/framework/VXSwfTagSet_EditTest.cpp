@@ -1,10 +1,14 @@
 #include <gmock/gmock.h>
 
 #include <iterator>
+#include <string>
 
 #include "framework/VXFlintFile.h"
+#include "framework/VXSwfDefinitionTag.h"
 #include "support/TagSets.h"
 #include "support/TagSweep.h"
+#include "timeline/VXFlintFilter.h"
+#include "timeline/VXSwfPlaceObject3Tag.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -156,6 +160,55 @@ TEST(VXSwfTagSetEditing, DepthsMoveTheNearerCounter) {
     EXPECT_EQ(set.GetAbsTagDepth(0), 32551);
     for (unsigned int depth = 32552; depth < 0x10000; ++depth) EXPECT_EQ(set.ReserveNextDepth(), depth);
     EXPECT_EQ(set.GetAbsTagDepth(0), 0) << "counters wrap";
+}
+
+/// The matrix of a new placement: unit scale, no skew and a translation in twips.
+Bytes UnitMatrix(const char* translation) {
+    return Bits(std::string("1 10010 010000000000000000 010000000000000000"  // ScaleX, ScaleY
+                            "1 00000") +                                     // RotateSkew0, RotateSkew1
+                translation);
+}
+
+TEST(VXSwfTagSetEditing, PlacesAndRemoves) {
+    const std::vector<VXFlintFilter*> noFilters;
+    VXSwfTagSet set;
+    LoadTags(set, kShowFrame);
+    VXSwfPlaceObject2Tag* placed = set.PlaceObject(0, -1, VXString(), 0, 0, 0, noFilters);
+    ASSERT_NE(placed, nullptr);
+    const Bytes moved = LongTagBytes(26, Join({Hex("05 01 00"), UnitMatrix("00000")}));
+    EXPECT_EQ(DumpOf(set), Join({kShowFrame, moved})) << "without a character it moves what is there";
+    set.EraseAndDeleteTags(std::next(set.begin()), set.end());
+
+    // 10 pixels are 200 twips, −5 are −100.
+    const Bytes matrix = UnitMatrix("01001 011001000 110011100");
+    const Bytes named = LongTagBytes(26, Join({Hex("26 02 00 07 00"), matrix, Hex("6E 00")}));
+    set.PlaceObject(7, 1, "n", 10, -5, 0, noFilters);
+    EXPECT_EQ(DumpOf(set), Join({named, kShowFrame}));
+    const auto character = NewTag<VXSwfDefinitionTag>(6);
+    character->SetCharacterId(7);
+    set.PlaceObject(character.get(), 0, "n", 10, -5, 2, noFilters);
+    set.PlaceObject(7, set.end(), "n", 10, -5, 2, noFilters);
+    EXPECT_EQ(DumpOf(set), Join({named, named, kShowFrame, named}));
+    set.EraseAndDeleteTags(set.begin(), set.end());
+
+    LoadTags(set, Join({kShowFrame, kShowFrame}));
+    EXPECT_NE(set.PlaceAndRemoveObject(7, 1, 2, "n", 10, -5, 2), nullptr);
+    EXPECT_NE(set.PlaceAndRemoveObject(character.get(), 1, 2, "n", 10, -5, 0xFFFF), nullptr);
+    const Bytes top = LongTagBytes(26, Join({Hex("26 FE FF 07 00"), matrix, Hex("6E 00")}));
+    EXPECT_EQ(DumpOf(set), Join({named, top, kShowFrame, TagBytes(28, Hex("02 00")),
+                                 TagBytes(28, Hex("FE FF")), kShowFrame}))
+        << "removed at the depth as it came out";
+    EXPECT_NE(set.PlaceAndRemoveObject(0, 1, 0, "", 0, 0, 0), nullptr);
+    EXPECT_THAT(TypesOf(set), ElementsAre(26, 26, 26, 1, 28, 28, 1)) << "frame 0 removes nothing";
+}
+
+TEST(VXSwfTagSetEditing, FiltersMakeATagOfType70) {
+    VXSwfTagSet set;
+    VXSwfPlaceObject2Tag* placed =
+        set.PlaceObject(7, -1, "", 0, 0, 5, std::vector<VXFlintFilter*>{new VXFlintFilterShadow});
+    ASSERT_NE(dynamic_cast<VXSwfPlaceObject3Tag*>(placed), nullptr);
+    const Bytes tag = DumpOf(set);
+    EXPECT_EQ(Bytes(tag.begin() + 6, tag.begin() + 12), Hex("06 01 05 00 07 00"));
 }
 
 }  // namespace
