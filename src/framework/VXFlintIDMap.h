@@ -1,13 +1,21 @@
 #pragma once
 
+#include <functional>
 #include <map>
+#include <utility>
+
+#include "bitstream/VXPool.h"
 
 /// Old to new character IDs, ordered by the old one.
 class VXFlintIDMap {
 public:
-    using Map = std::map<unsigned short, unsigned short>;
+    using Map = std::map<unsigned short, unsigned short, std::less<unsigned short>,
+                         VXPoolAllocator<std::pair<const unsigned short, unsigned short>>>;
 
-    void Set(unsigned short oldId, unsigned short newId) { m_Ids[oldId] = newId; }
+    void Set(unsigned short oldId, unsigned short newId) {
+        // Movies define most characters in ascending order.
+        m_Ids.insert_or_assign(m_Ids.end(), oldId, newId);
+    }
     /// Kept: asking for an unknown ID enters it with the value 0, and 0 is the answer.
     unsigned short GetNewId(unsigned short oldId) { return m_Ids[oldId]; }
     /// The same under the name that a map has for it.

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "framework/VXDependencyWalk_p.h"
+#include "framework/VXFrameEndScope_p.h"
 #include "framework/VXSwfTag.h"
 
 /// What the sprites of one load may still take, together.
@@ -43,6 +44,7 @@ VXSwfTagSet& VXSwfTagSet::operator=(const VXSwfTagSet& other) {
     for (VXSwfTag* tag : tags) Hold(tag);
     ReleaseAll();
     m_Tags = std::move(tags);
+    ForgetFrameEnd();
     m_ParsingMode = other.m_ParsingMode;
     m_NextDepth = other.m_NextDepth;
     m_TopDepth = other.m_TopDepth;

@@ -2,6 +2,7 @@
 #include <iterator>
 #include <utility>
 
+#include "framework/VXFrameEndScope_p.h"
 #include "framework/VXMakeTag_p.h"
 #include "framework/VXSwfDefinitionTag.h"
 #include "framework/VXSwfTagSet.h"
@@ -32,6 +33,7 @@ void VXSwfTagSet::IncludeTag(VXSwfTag* tag, int frame) {
 }
 
 void VXSwfTagSet::IncludeTag(VXSwfTag* tag, TagIter before) {
+    if (tag != nullptr && tag->GetTagType() == VXSwfTagFactory::TAG_SHOWFRAME) ForgetFrameEnd();
     m_Tags.insert(before, tag);
     Hold(tag);
 }
@@ -51,20 +53,34 @@ void VXSwfTagSet::InsertTags(TagIter before, TagIter first, TagIter last) {
     TagList tags(first, last);  // of its own, since the range may be one of this list
     for (VXSwfTag* tag : tags) Hold(tag);
     m_Tags.splice(before, tags);
+    ForgetFrameEnd();
 }
 
 VXSwfTagSet::TagIter VXSwfTagSet::EraseTags(TagIter first, TagIter last) {
     for (TagIter tag = first; tag != last; ++tag) Drop(*tag);
+    ForgetFrameEnd();
     return m_Tags.erase(first, last);
 }
 
 VXSwfTagSet::TagIter VXSwfTagSet::EraseAndDeleteTags(TagIter first, TagIter last) {
     for (TagIter tag = first; tag != last; ++tag) Release(*tag);
+    ForgetFrameEnd();
     return m_Tags.erase(first, last);
 }
 
+void VXSwfTagSet::ForgetFrameEnd() {
+    if (m_FrameEnd != nullptr) m_FrameEnd->isKnown = false;
+}
+
 VXSwfTagSet::TagIter VXSwfTagSet::FindFrameEnd(unsigned int frame) const {
-    return FindNthTagOfType(VXSwfTagFactory::TAG_SHOWFRAME, frame);
+    const bool isKept = m_FrameEnd != nullptr && m_FrameEnd->frame == frame;
+    if (isKept && m_FrameEnd->isKnown) return m_FrameEnd->place;
+    const TagIter place = FindNthTagOfType(VXSwfTagFactory::TAG_SHOWFRAME, frame);
+    if (isKept) {
+        m_FrameEnd->place = place;
+        m_FrameEnd->isKnown = true;
+    }
+    return place;
 }
 
 VXSwfTagSet::TagIter VXSwfTagSet::FindNthTagOfType(enuTagType type, unsigned int n) const {

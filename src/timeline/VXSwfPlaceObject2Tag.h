@@ -78,6 +78,8 @@ public:
     void SetName(const VXString& name);
     /// Leaves `name` as it is while `HasName` is clear.
     void GetName(VXString& name) const;
+    /// The name, whatever `HasName` says.
+    const VXString& GetName() const { return Name; }
     short GetHasName() const { return HasName; }
     /// Makes them at the first call; does not touch `HasClipActions`.
     VXFlintClipActions& GetClipActions() { return ClipActions.Get(); }
