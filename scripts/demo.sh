@@ -22,7 +22,8 @@ movie=apps/vxswf/assets/demo.swf
 vxswf info "$movie"
 vxswf copy --plain "$movie" "$out/plain.swf"
 vxswf copy --compress "$movie" "$out/compressed.swf"
-vxswf info "$out/plain.swf" "$out/compressed.swf"
+vxswf merge --name copy --at 40,20 "$movie" "$out/compressed.swf" "$out/merged.swf"
+vxswf info "$out/plain.swf" "$out/compressed.swf" "$out/merged.swf"
 
 printf '\nWritten:\n'
 ls -l "$out"

@@ -9,3 +9,4 @@
 
 void AddCopyCommand(CLI::App& app, ExitCode& exitCode);
 void AddInfoCommand(CLI::App& app, ExitCode& exitCode);
+void AddMergeCommand(CLI::App& app, ExitCode& exitCode);

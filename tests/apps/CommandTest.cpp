@@ -12,6 +12,7 @@
 #include <string>
 
 #include "support/Bytes.h"
+#include "vxswf.h"
 
 namespace {
 
@@ -228,12 +229,68 @@ TEST_F(Command, AFullDiskIsReported) {
     EXPECT_TRUE(fs::is_character_file("/dev/full")) << "a device is never replaced";
 }
 
+/// A character, and a placement of it at a depth in the only frame.
+Bytes MovieOfDepth(unsigned char depth) {
+    const Bytes placement = Join({Hex("02"), Bytes{depth}, Hex("00 01 00")});
+    return MovieBytes(8, Join({TagBytes(46, Hex("01 00 EE")), TagBytes(26, placement), TagBytes(1, {})}));
+}
+
+/// The tags of a movie or sprite as `type`, and `type@depth` for placements of type 26.
+std::string Describe(const VXSwfTagSet& tags) {
+    std::string text;
+    for (VXSwfTag* tag : tags) {
+        text += (text.empty() ? "" : " ") + std::to_string(static_cast<unsigned int>(tag->GetTagType()));
+        if (tag->GetTagType() == 26) text += "@" + std::to_string(tag->GetData()[1] | tag->GetData()[2] << 8);
+        if (const auto* sprite = dynamic_cast<VXSwfDefineSpriteTag*>(tag))
+            text += "(" + Describe(*sprite) + ")";
+    }
+    return text;
+}
+
+std::string DescribeFile(const fs::path& path) {
+    const Bytes bytes = ReadFile(path);
+    VXBitStream in = StreamOver(bytes);
+    VXFlintFile movie;
+    EXPECT_EQ(movie.LoadFromStream(in), kVXSuccess);
+    return Describe(movie);
+}
+
+TEST_F(Command, MergePlacesEachSourceOnTop) {
+    Write("d.swf", MovieOfDepth(5));
+    Write("s.swf", MovieOfDepth(1));
+    for (const std::string raw : {"", "--raw "}) {
+        ExpectRun("vxswf merge " + raw + "d.swf s.swf o.swf", 0, "");
+        EXPECT_EQ(DescribeFile(At("o.swf")), "46 26@5 46 39(26@101 1) 26@6 1");
+    }
+    ExpectRun("vxswf merge --name n --at -5,10 d.swf s.swf d.swf o.swf", 0, "");
+    EXPECT_EQ(DescribeFile(At("o.swf")), "46 26@5 46 39(26@101 1) 26@6 46 39(26@105 1) 26@7 1");
+    ExpectRun("vxswf copy --compress d.swf d.swf && vxswf merge d.swf s.swf d.swf", 0, "");
+    EXPECT_EQ(ReadFile(At("d.swf"))[0], 'C') << "compression follows the destination";
+}
+
+TEST_F(Command, MergeFailuresLeaveNothing) {
+    Write("d.swf", MovieOfDepth(5));
+    Write("full.swf", MovieBytes(8, Join({TagBytes(26, Hex("02 FF FF 01 00")), TagBytes(1, {})})));
+    Write("bad.swf", Hex("00"));
+    const std::set<std::string> names = Names();
+    ExpectRun("vxswf merge --frame 2 d.swf d.swf o.swf", 2, "vxswf: d.swf: has no frame 2\n");
+    ExpectRun("vxswf merge full.swf d.swf o.swf", 2, "vxswf: full.swf: has no depth left above its own\n");
+    ExpectRun("vxswf merge d.swf d.swf bad.swf o.swf", 1, "vxswf: bad.swf: load failed with 1\n");
+    for (const char* line : {"d.swf o.swf", "--frame 0 d.swf d.swf o.swf", "--at 5 d.swf d.swf o.swf",
+                             "--at nan,0 d.swf d.swf o.swf"}) {
+        ExpectRun("vxswf merge " + std::string(line), 2, "vxswf: .+; --help tells more\n");
+    }
+    EXPECT_EQ(Names(), names);
+}
+
 TEST_F(Command, ExamplesRun) {
     const std::string directory = VXSWF_EXAMPLES;
     ExpectRun("'" + directory + "/build_movie' a.swf", 0, "");
     EXPECT_EQ(ReadFile(At("a.swf"))[0], 'C');
     EXPECT_EQ(Run("'" + directory + "/load_and_list' a.swf").out.substr(0, 41),
               "320 x 240 pixels, 24 frames, 24 a second\n");
+    ExpectRun("'" + directory + "/merge_movies' a.swf a.swf b.swf", 0, "");
+    EXPECT_EQ(DescribeFile(At("b.swf")).substr(0, 12), "69 9 39(1 1 ");
 }
 
 }  // namespace
