@@ -18,7 +18,7 @@ struct MergeOptions {
     bool isRaw = false;
     unsigned short frame = 1;
     std::string name;
-    std::vector<double> at = {0.0, 0.0};
+    std::string at = "0,0";
     std::string destination;
     std::vector<std::string> sources;  // and OUT behind them until the command line is read
     std::string out;
@@ -53,7 +53,29 @@ unsigned int HighestDepth(const VXFlintFile& movie) {
     return highest;
 }
 
+struct Position {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+/// False when the text is not two numbers of pixels with a comma between them.
+bool ReadPosition(const std::string& text, Position& position) {
+    const auto read = [](const std::string& number, double& pixels) {
+        return CLI::detail::lexical_cast(number, pixels) && std::abs(pixels) <= kFarthest;
+    };
+    const std::size_t comma = text.find(',');
+    return comma != std::string::npos && read(text.substr(0, comma), position.x) &&
+           read(text.substr(comma + 1), position.y);
+}
+
+std::string CheckPosition(const std::string& text) {
+    Position position;
+    return ReadPosition(text, position) ? "" : text + " is no position in pixels";
+}
+
 ExitCode Merge(const MergeOptions& options) {
+    Position position;
+    ReadPosition(options.at, position);
     VXFlintFile movie;
     if (const ExitCode code = LoadMovie(options.destination, options.isRaw, movie); code != kDone)
         return code;
@@ -72,18 +94,12 @@ ExitCode Merge(const MergeOptions& options) {
         VXSwfDefineSpriteTag* sprite = movie.IncludeTagSetAsSprite(&source, options.frame, &generator,
                                                                    &exports, 1, &hasFreeCharacter, 0, 1);
         if (sprite == nullptr ||
-            movie.PlaceObject(sprite, options.frame, VXString(options.name.c_str()), options.at[0],
-                              options.at[1], static_cast<unsigned short>(depth), {}) == nullptr) {
+            movie.PlaceObject(sprite, options.frame, VXString(options.name.c_str()), position.x, position.y,
+                              static_cast<unsigned short>(depth), {}) == nullptr) {
             return ReportFailure(file, "merge", kVXFailure);
         }
     }
     return SaveMovie(movie, options.out);
-}
-
-std::string CheckPixels(const std::string& text) {
-    double pixels = 0.0;
-    const bool isGood = CLI::detail::lexical_cast(text, pixels) && std::abs(pixels) <= kFarthest;
-    return isGood ? "" : text + " is no position in pixels";
 }
 
 }  // namespace
@@ -95,10 +111,7 @@ void AddMergeCommand(CLI::App& app, ExitCode& exitCode) {
         ->check(CLI::Range(1, 65535))
         ->capture_default_str();
     command->add_option("--name", options->name, "Their instance name");
-    command->add_option("--at", options->at, "Their position in pixels, as X,Y")
-        ->delimiter(',')
-        ->expected(2)
-        ->check(CheckPixels);
+    command->add_option("--at", options->at, "Their position in pixels, as X,Y")->check(CheckPosition);
     command->add_flag("--raw", options->isRaw, "Parse placements, sprites and file attributes alone");
     command->add_option("DEST", options->destination, "The movie; - for standard input")->required();
     // One list, since a list in front of another argument would leave nothing for that.
