@@ -2,6 +2,7 @@
 
 #include "bitstream/VXBitStream.h"
 #include "graphics/VXFlintShapeRecords.h"
+#include "platform/KVMPointType.h"
 #include "platform/VXExport.h"
 #include "platform/VXTypes.h"
 
@@ -28,7 +29,25 @@ public:
     /// Appends a copy.
     void AddShapeRecord(const VXFlintShapeRecord& record) { ShapeRecords.AddShapeRecord(record); }
 
+    // Building the outline of a glyph, in units of its grid. Each edge and change stores the width that it
+    // works out in `NumFillBits` and `NumLineBits`, where it has no effect.
+
+    /// A move to this place. With `selectStyle` it selects fill 1 on the right, and no line. Indices take the
+    /// widths that the list has.
+    void AddChangeToGlyphShape(float x, float y, bool selectStyle);
+    /// Nothing for a line without length.
+    void AddLineToGlyphShape(float x1, float y1, float x2, float y2);
+    /// A quadratic curve.
+    void AddCurveToGlyphShape(float x1, float y1, float cx, float cy, float x2, float y2);
+    void AddEndShapeRecord();
+    /// Appends a path of `count` entries, truncated to whole units, and closes what the path closes. Null
+    /// pointers stand for an empty path. The coordinates are read as the kinds say, two for each entry.
+    void CreateShapeFromPathData(unsigned int count, float* points, const KVMPointType* kinds);
+
     unsigned int NumFillBits = 0;  ///< as read; not written
     unsigned int NumLineBits = 0;
     VXFlintShapeRecords ShapeRecords;
+
+private:
+    void StoreWidth(unsigned int width);
 };

@@ -48,6 +48,8 @@ public:
     void Reset();
 
 private:
+    friend class VXDashWalk;
+
     VXStrokeStyleEnum Style = kVXStrokeSolid;
     int CurIndex = 0;
     VXReal Length = 0.0;

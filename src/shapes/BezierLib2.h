@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "bitstream/VXPool.h"
+#include "platform/VXExport.h"
+
+/// Reduces cubic curves to the straight and quadratic edges that the format has.
+namespace BezierLib2 {
+
+class BezShapeVisitor;
+
+/// A piece of a reduced curve. All coordinates are in pixels.
+class VXSWF_API BezShape : public VXPooled {
+public:
+    // Virtual operations, in slot order.
+
+    virtual ~BezShape();
+    virtual void Accept(BezShapeVisitor& visitor) = 0;
+
+    double StartX = 0.0;
+    double StartY = 0.0;
+    double EndX = 0.0;
+    double EndY = 0.0;
+};
+
+class VXSWF_API BezLine : public BezShape {
+public:
+    ~BezLine() override;
+    /// Calls `VisitLine`.
+    void Accept(BezShapeVisitor& visitor) override;
+};
+
+/// A quadratic curve.
+class VXSWF_API BezCurve : public BezShape {
+public:
+    ~BezCurve() override;
+    /// Calls `VisitCurve`.
+    void Accept(BezShapeVisitor& visitor) override;
+
+    double ControlX = 0.0;
+    double ControlY = 0.0;
+};
+
+class VXSWF_API BezShapeVisitor {
+public:
+    // Virtual operations, in slot order.
+
+    virtual ~BezShapeVisitor();
+    virtual void VisitCurve(BezCurve& curve) = 0;
+    virtual void VisitLine(BezLine& line) = 0;
+};
+
+using BezShapes = std::vector<std::unique_ptr<BezShape>>;
+
+/// The pieces in their order along the curve. `points` has x and y of the start, both control points and the
+/// end; `tolerance` is the square of the distance in pixels by which a control point may be off. A curve that
+/// starts where it ends and does not bulge has no pieces.
+///
+/// A curve with a coordinate that is not finite or beyond 110,000,000 pixels, or with a tolerance that is not
+/// above 0, becomes a line from start to end, or nothing when one of these is not finite.
+VXSWF_API BezShapes ConvertCubicToShapes(const double (&points)[8], double tolerance);
+
+}  // namespace BezierLib2

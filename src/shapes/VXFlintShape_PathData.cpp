@@ -1,0 +1,99 @@
+#include <cmath>
+
+#include "graphics/VXFlintShape.h"
+#include "graphics/VXTwips.h"
+#include "shapes/BezSWFEdgeCreatorVisitor.h"
+#include "shapes/BezierLib2.h"
+#include "shapes/VXPathWriter_p.h"
+
+// Reduces cubic curves, and so stands beside what does that.
+
+namespace {
+
+/// Of squared distances in units of the grid.
+constexpr double kTolerance = 0.01;
+constexpr float kClosing = 0.001f;
+
+struct WholePoint {
+    int x = 0;
+    int y = 0;
+};
+
+struct RealPoint {
+    float x = 0.0f;
+    float y = 0.0f;
+
+    WholePoint Truncated() const { return {VXTruncate(x), VXTruncate(y)}; }
+};
+
+bool IsClosing(RealPoint start, RealPoint end) {
+    return std::fabs(start.x - end.x) < kClosing && std::fabs(start.y - end.y) < kClosing;
+}
+
+}  // namespace
+
+void VXFlintShape::CreateShapeFromPathData(unsigned int count, float* points, const KVMPointType* kinds) {
+    if (points == nullptr || kinds == nullptr) return;
+    RealPoint realStart;
+    RealPoint last;
+    WholePoint start;
+    WholePoint current;
+    WholePoint pen;  // where the records lead
+    const auto read = [&points]() -> RealPoint {
+        const RealPoint point = {points[0], points[1]};
+        points += 2;
+        return point;
+    };
+    const auto addLine = [this](WholePoint from, WholePoint to) {
+        AddLineToGlyphShape(static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
+                            static_cast<float>(to.y));
+    };
+    for (unsigned int entry = 0; entry < count; ++entry) {
+        switch (kinds[entry]) {
+            case kKVMMove:
+                last = realStart = read();
+                start = pen = current = last.Truncated();
+                AddChangeToGlyphShape(static_cast<float>(current.x), static_cast<float>(current.y), false);
+                break;
+            case kKVMLine: {
+                last = read();
+                WholePoint target = last.Truncated();
+                const bool closesNext = entry + 1 < count && kinds[entry + 1] == kKVMClose;
+                if (closesNext && IsClosing(realStart, last)) {
+                    // Makes up for what truncation has lost on the way.
+                    target.x = VXWrappingSum(current.x, VXWrappingDifference(start.x, pen.x));
+                    target.y = VXWrappingSum(current.y, VXWrappingDifference(start.y, pen.y));
+                }
+                pen.x = VXWrappingSum(pen.x, VXWrappingDifference(target.x, current.x));
+                pen.y = VXWrappingSum(pen.y, VXWrappingDifference(target.y, current.y));
+                addLine(current, target);
+                current = target;
+                break;
+            }
+            case kKVMCurve: {
+                if (count - entry < 3) return;  // the path ends within the curve
+                const RealPoint control1 = read();
+                const RealPoint control2 = read();
+                const RealPoint end = read();
+                const double cubic[] = {last.x,     last.y,     control1.x, control1.y,
+                                        control2.x, control2.y, end.x,      end.y};
+                BezierLib2::BezSWFEdgeCreatorVisitor visitor(
+                    BezierLib2::ConvertCubicToShapes(cubic, kTolerance), this, &pen.x, &pen.y);
+                visitor.VisitShapes();
+                last = end;
+                current = end.Truncated();
+                entry += 2;
+                break;
+            }
+            case kKVMClose: {
+                last = read();
+                const WholePoint from = current;
+                current = last.Truncated();
+                if (pen.x != start.x || pen.y != start.y) addLine(from, start);
+                break;
+            }
+            default:
+                break;
+        }
+    }
+}
