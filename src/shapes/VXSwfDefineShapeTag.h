@@ -1,11 +1,17 @@
 #pragma once
 
+#include <memory>
+
 #include "framework/VXSwfDefinitionTag.h"
+#include "graphics/VXFlintEdgeRecords.h"
 #include "graphics/VXFlintRectangle.h"
+#include "graphics/VXFlintShapeStyleChangeRecord.h"
 #include "graphics/VXFlintShapeWithStyle.h"
 #include "platform/VXExport.h"
 #include "platform/VXTypes.h"
 #include "shapes/VXSwfStrokePattern.h"
+
+struct VXPathState;
 
 /// A shape, in all four versions. The version is the type of the tag, and nothing else:
 ///
@@ -49,9 +55,68 @@ public:
     short IsDefineShape4Tag() const;
     VXSwfStrokePattern& GetStrokePattern() { return StrokePattern; }
 
+    // Drawing a shape edge by edge, in pixels: the styles first, then for each path its start, its edges, and
+    // its end when it is to be closed; last the end of the shape, and the bounds. The order is not checked.
+    // Every edge starts at the pen: the `x1` and `y1` of the two operations that have them go unused.
+
+    /// Appends a copy. Style indices of fills take one bit from then on.
+    void SetFillStyle(const VXFlintFillStyle& style);
+    /// Appends a line of `width` pixels, always of the second kind, so stroked shapes want type 83. It has
+    /// square caps when it is solid and `closed`, else none. All paths have the pattern that was set last.
+    void SetLineStyle(const VXFlintRGB& color, int width, short ignoredFlag, VXStrokeStyleEnum stroke,
+                      short closed, VXJoinStyleEnum join);
+    /// A stroke selects line 1 and leaves the fill as it is; any other path selects fill 1 and leaves the
+    /// line. The pattern starts anew.
+    void StartPath(VXReal x, VXReal y, short isStroke);
+    /// Cut into dashes when the path is a stroke with a pattern. One that is shorter than 1e-5 is then left
+    /// out.
+    void AddStraightEdge(VXReal x1, VXReal y1, VXReal x2, VXReal y2);
+    /// A quadratic curve, never cut into dashes.
+    void AddCurvedEdge(VXReal x1, VXReal y1, VXReal cx, VXReal cy, VXReal x2, VXReal y2);
+    /// A cubic curve, as straight and quadratic edges that are off by a tenth of a pixel at most.
+    void AddCurvedEdge(VXReal x1, VXReal y1, VXReal c1x, VXReal c1y, VXReal c2x, VXReal c2y, VXReal x2,
+                       VXReal y2);
+    /// Closes the path with one solid edge, from where the rounded deltas lead to where the path began. It is
+    /// there even without length.
+    void EndPath();
+    void EndShape();
+
+    // Single records, which the caller owns. They move the pen and are not part of the shape.
+
+    /// A horizontal or vertical edge when the other axis changes by less than 1e-5.
+    VXFlintStraightEdgeRecord* CreateStraightEdgeRecord(VXReal x1, VXReal y1, VXReal x2, VXReal y2);
+    VXFlintCurvedEdgeRecord* CreateCurvedEdgeRecord(VXReal x1, VXReal y1, VXReal cx, VXReal cy, VXReal x2,
+                                                    VXReal y2);
+    VXFlintShapeStyleChangeRecord* CreateMoveToRecord(VXReal x, VXReal y);
+
+    // Whole shapes in one call, in pixels: bounds, styles, outline and end. They append to what is there. The
+    // fill lies on the right of the edges. Those with a colour add a line style of the first kind, so they are
+    // for the types below 83; only the straight line selects it.
+
+    void CreateRectangle(int left, int top, int right, int bottom, const VXFlintRGB& color);
+    void CreateRectangleWithFillStyle(int left, int top, int right, int bottom, const VXFlintFillStyle& fill);
+    /// Each corner is one quadratic curve with the corner itself as its control point. A radius of 0 or less
+    /// gives the plain rectangle; one that is too large reverses edges.
+    void CreateRoundedRectangle(int left, int top, int right, int bottom, const VXFlintRGB& color,
+                                int radius);
+    void CreateTriangle(int x1, int y1, int x2, int y2, int x3, int y3, const VXFlintRGB& color);
+    /// The bounds are the two points as they are, not in order and without the width.
+    void CreateStraightLine(int x1, int y1, int x2, int y2, const VXFlintRGB& color, unsigned short width);
+    /// A rectangle filled with a bitmap, in its own size when `tiled`, else stretched to the rectangle.
+    ///
+    /// Kept: `x` and `y` shift the bounds, and not the outline, which lies at the origin.
+    void CreateShapeForImage(unsigned short bitmapId, int x, int y, int imageWidth, int imageHeight,
+                             int width, int height, short tiled);
+
     VXFlintRectangle ShapeBounds;  ///< with the stroke
     VXFlintRectangle EdgeBounds;   ///< without it
     VXFlintShapeWithStyle ShapeWithStyle;
+    int PathStartX = 0;  ///< twips, as the next five: where the path began
+    int PathStartY = 0;
+    int PenX = 0;  ///< the last end point, rounded
+    int PenY = 0;
+    int SumX = 0;  ///< where the rounded deltas lead a reader of the file; off the pen by their rounding
+    int SumY = 0;
 
 private:
     friend class VXSwfTagFactory;
@@ -60,6 +125,13 @@ private:
     short Supports255Plus() const;
     VXErrorCodeEnum LoadFields(VXBitStream& in);
     VXErrorCodeEnum DumpFields(VXBitStream& body);
+    VXPathState GetPathState();
+    void AddShapeRecord(std::unique_ptr<VXFlintShapeRecordBase> record);
+    void AddEdge(VXReal x1, VXReal y1, VXReal x2, VXReal y2);
+    void StartFill(VXReal x, VXReal y);
+    void AddStyles(const VXFlintRGB& color, VXReal lineWidth);
+    void SetIndexWidths(unsigned int numFillBits, unsigned int numLineBits);
+    void CreateRectangleCommon(int left, int top, int right, int bottom);
 
     VXSwfStrokePattern StrokePattern;
 };
