@@ -36,6 +36,8 @@
 #include "media/VXSwfDefineBitsJpegTag.h"
 #include "media/VXSwfDefineBitsLossless2Tag.h"
 #include "media/VXSwfDefineButtonSoundTag.h"
+#include "media/VXSwfDefineSoundTag.h"
+#include "media/VXSwfMP3Info.h"
 #include "media/VXSwfStartSoundTag.h"
 #include "platform/CVXStreamReadWrite.h"
 #include "platform/CVXTempFileStreamReadWrite.h"

@@ -37,13 +37,18 @@ inline unsigned int VXSeekToEnd(IVXStream& stream) {
     return stream.Tell();
 }
 
+/// Fills `data` from where the stream stands on; what does not come is zero.
+inline void VXReadOrZero(IVXStream& stream, unsigned char* data, unsigned int length) {
+    const unsigned int count = VXTransfer(stream, data, length);
+    if (count < length) std::memset(data + count, 0, length - count);
+}
+
 /// Bytes from where the stream stands on, as many as the whole stream is long; what does not come is zero.
 inline VXByteBlock VXReadStream(IVXStream& stream) {
     const unsigned int here = stream.Tell();
     const unsigned int length = VXSeekToEnd(stream);
     VXSeekTo(stream, here);
     VXByteBlock bytes = VXByteBlock::Allocate(length);
-    const unsigned int count = VXTransfer(stream, bytes.GetBytes(), length);
-    if (count < length) std::memset(bytes.GetBytes() + count, 0, length - count);
+    VXReadOrZero(stream, bytes.GetBytes(), length);
     return bytes;
 }

@@ -9,6 +9,7 @@
 #include "media/VXSwfDefineBitsJpegTag.h"
 #include "media/VXSwfDefineBitsLossless2Tag.h"
 #include "media/VXSwfDefineButtonSoundTag.h"
+#include "media/VXSwfDefineSoundTag.h"
 #include "media/VXSwfStartSoundTag.h"
 #include "scripting/VXSwfDoABCTag.h"
 #include "scripting/VXSwfDoActionTag.h"
@@ -66,6 +67,7 @@ const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEFONT, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DOACTION, Make<VXSwfDoActionTag>, Make<VXSwfDoActionTag>},
     {TAG_DEFINEFONTINFO, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINESOUND, Make<VXSwfDefineSoundTag>, MakeRaw},
     {TAG_STARTSOUND, Make<VXSwfStartSoundTag>, MakeRaw},
     {TAG_DEFINEBUTTONSOUND, Make<VXSwfDefinitionTag>, Make<VXSwfDefineButtonSoundTag>},
     {TAG_DEFINEBITSLOSSLESS, Make<VXSwfDefinitionTag>, MakeRaw},

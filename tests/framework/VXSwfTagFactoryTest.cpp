@@ -34,6 +34,7 @@ const std::map<unsigned int, Classes> kTable = {
     {10, Made<VXSwfDefinitionTag, VXSwfTag>()},
     {12, Made<VXSwfDoActionTag, VXSwfDoActionTag>()},
     {13, Made<VXSwfDefinitionTag, VXSwfTag>()},
+    {14, Made<VXSwfDefineSoundTag, VXSwfTag>()},
     {15, Made<VXSwfStartSoundTag, VXSwfTag>()},
     {17, Made<VXSwfDefinitionTag, VXSwfDefineButtonSoundTag>()},
     {20, Made<VXSwfDefinitionTag, VXSwfTag>()},

@@ -1,0 +1,263 @@
+#include "media/VXSwfMP3Info.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/CVXStreamReadWrite.h"
+#include "support/Bytes.h"
+
+namespace {
+
+/// A frame: its header, and zeros up to `size` bytes in all.
+Bytes Frame(std::string_view header, std::size_t size) {
+    Bytes frame = Hex(header);
+    frame.resize(size);
+    return frame;
+}
+
+Bytes Times(std::size_t count, const Bytes& part) {
+    Bytes all;
+    for (std::size_t i = 0; i < count; ++i) all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
+/// Says that it is longer than its data, and delivers nothing more.
+class CutStream : public CVXStreamReadWrite {
+public:
+    CutStream(const Bytes& data, unsigned int length)
+        : CVXStreamReadWrite(data.data(), data.size()), m_Length(length) {}
+    int Seek(int offset, VXSeekFromWhere origin) override {
+        m_IsAtEnd = origin == kVXSeekFromEnd;
+        return CVXStreamReadWrite::Seek(offset, origin);
+    }
+    unsigned int Tell() override { return m_IsAtEnd ? m_Length : CVXStreamReadWrite::Tell(); }
+
+private:
+    unsigned int m_Length;
+    bool m_IsAtEnd = false;
+};
+
+std::int64_t Find(const Bytes& data, std::int64_t start) {
+    CVXStreamReadWrite stream(data.data(), data.size());
+    VXSwfMP3FrameHeader header;
+    return VXSwfMP3Info(&stream).FindFrameHeader(start, header);
+}
+
+unsigned int LengthOf(std::string_view bytes) {
+    VXSwfMP3FrameHeader header;
+    header.Unpack(Hex(bytes).data());
+    return header.GetFrameLength();
+}
+
+unsigned int SizeOf(const Bytes& bytes) {
+    return VXSwfMP3Info(nullptr).SizeFrame(bytes.data(), static_cast<unsigned int>(bytes.size()));
+}
+
+/// Samples by the quick way; 1 when it gives up.
+unsigned int Quickly(const Bytes& data) {
+    CVXStreamReadWrite stream(data.data(), data.size());
+    unsigned int samples = 1;
+    const bool isMeasured = VXSwfMP3Info(&stream).MeasureQuickly(samples);
+    EXPECT_EQ(isMeasured, samples != 1);
+    return samples;
+}
+
+unsigned int Slowly(const Bytes& data) {
+    CVXStreamReadWrite stream(data.data(), data.size());
+    return VXSwfMP3Info(&stream).MeasureSlowly();
+}
+
+}  // namespace
+
+TEST(VXSwfMP3FrameHeader, UnpacksFromTheTopBit) {
+    VXSwfMP3FrameHeader header;
+    header.Unpack(Bits("11111111111 10 01 0 1001 01 1 0  10 01 1 0 11").data());
+    const unsigned int fields[] = {header.Sync,          header.VersionId,    header.LayerBits,
+                                   header.Protection,    header.BitrateIndex, header.SampleRateIndex,
+                                   header.Padding,       header.Private,      header.ChannelMode,
+                                   header.ModeExtension, header.RightsBit,    header.SourceBit,
+                                   header.Emphasis};
+    const unsigned int expected[] = {2047, 2, 1, 0, 9, 1, 1, 0, 2, 1, 1, 0, 3};
+    for (std::size_t i = 0; i < std::size(expected); ++i) EXPECT_EQ(fields[i], expected[i]) << "field " << i;
+}
+
+TEST(VXSwfMP3FrameHeader, KnowsTheDistanceToTheNextFrame) {
+    EXPECT_EQ(LengthOf("FFFB9000"), 417u) << "MPEG-1 III, 128 kbit/s, 44100 Hz";
+    EXPECT_EQ(LengthOf("FFFB9200"), 418u) << "padded";
+    EXPECT_EQ(LengthOf("FFFD8000"), 417u) << "MPEG-1 II, 128 kbit/s";
+    EXPECT_EQ(LengthOf("FFFF4200"), 140u) << "MPEG-1 I, 128 kbit/s, four bytes of padding";
+    EXPECT_EQ(LengthOf("FFF38000"), 417u) << "MPEG-2 III, 64 kbit/s, 22050 Hz: two frames";
+    EXPECT_EQ(LengthOf("FFE34800"), 576u) << "MPEG-2.5 III, 32 kbit/s, 8000 Hz";
+    EXPECT_EQ(LengthOf("FFFFE400"), 448u) << "MPEG-1 I, 448 kbit/s, 48000 Hz";
+    EXPECT_EQ(LengthOf("FFFB0000"), 0u) << "free format";
+    EXPECT_EQ(LengthOf("FFFB0200"), 1u) << "free format, padded";
+    for (const char* invalid : {"FFFBF000", "FFFB9C00", "FFF99000", "FFEB9000", "FFFFFFFF"}) {
+        EXPECT_EQ(LengthOf(invalid), 0u) << invalid;
+    }
+}
+
+TEST(VXSwfMP3Info, FindsTheFirstSync) {
+    EXPECT_EQ(Find(Hex("FFFB9000 00"), 0), 0);
+    EXPECT_EQ(Find(Hex("FFFB9000"), 0), -1) << "four bytes are too few";
+    EXPECT_EQ(Find(Hex("FF00 FF FFE0 9000 00"), 0), 2) << "a byte that ends one pair may begin the next";
+    EXPECT_EQ(Find(Hex("FFDF 00 FFE0 9000"), 0), -1) << "the last place is the fifth from the end";
+    EXPECT_EQ(Find(Hex("FFDF 00 FFE0 9000 00"), 0), 3);
+    EXPECT_EQ(Find({}, 0), -1);
+    for (const std::size_t at : {65532u, 65533u, 65535u, 65536u}) {
+        Bytes data = Repeat(70000, 0);
+        data[at] = 0xFF;
+        data[at + 1] = 0xE0;
+        EXPECT_EQ(Find(data, 0), static_cast<std::int64_t>(at)) << "at a seam of the blocks";
+    }
+}
+
+TEST(VXSwfMP3Info, FindsNothingFromBehindTheMiddle) {
+    const Bytes data = Repeat(104, 0xFF);
+    EXPECT_EQ(Find(data, 49), 49);
+    EXPECT_EQ(Find(data, 50), -1);
+    Bytes late = Repeat(104, 0);
+    late[60] = late[61] = 0xFF;
+    EXPECT_EQ(Find(late, 39), 60);
+    EXPECT_EQ(Find(late, 40), -1) << "60 bytes are left then";
+    for (const std::int64_t start : {-1, 103, 104, 105, 1000}) EXPECT_EQ(Find(data, start), -1);
+}
+
+TEST(VXSwfMP3Info, StopsWhereTheStreamDoesNotDeliver) {
+    CutStream stream(Join({Repeat(20, 0), Hex("FFFB90")}), 4000000000u);
+    VXSwfMP3Info info(&stream);
+    VXSwfMP3FrameHeader header;
+    EXPECT_EQ(info.FindFrameHeader(0, header), -1);
+    EXPECT_EQ(info.MeasureSlowly(), 0u);
+    unsigned int samples = 7;
+    EXPECT_FALSE(info.MeasureQuickly(samples));
+    EXPECT_EQ(samples, 7u);
+}
+
+TEST(VXSwfMP3Info, SizesFramesWithoutTheirPadding) {
+    EXPECT_EQ(SizeOf(Hex("FFFB9200")), 417u) << "MPEG-1 III, 128 kbit/s, 44100 Hz";
+    EXPECT_EQ(SizeOf(Hex("FFFD8200")), 417u) << "MPEG-1 II, 128 kbit/s";
+    EXPECT_EQ(SizeOf(Hex("FFFF4200")), 136u) << "MPEG-1 I, 128 kbit/s";
+    EXPECT_EQ(SizeOf(Hex("FFF38200")), 208u) << "MPEG-2 III, 64 kbit/s, 22050 Hz";
+    EXPECT_EQ(SizeOf(Hex("FFF58200")), 417u) << "MPEG-2 II, 64 kbit/s";
+    EXPECT_EQ(SizeOf(Hex("FFF74200")), 136u) << "MPEG-2 I, 64 kbit/s";
+    EXPECT_EQ(SizeOf(Hex("FFE34800")), 288u) << "MPEG-2.5 III, 32 kbit/s, 8000 Hz";
+    for (const char* invalid :
+         {"FFFB90", "FEFB9000", "FFDB9000", "FFF99000", "FFEB9000", "FFFBF000", "FFFB9C00"}) {
+        EXPECT_EQ(SizeOf(Hex(invalid)), 0u) << invalid;
+    }
+}
+
+TEST(VXSwfMP3Info, SizesTheFreeFormatByItsRepeats) {
+    EXPECT_EQ(SizeOf(Times(3, Frame("FFFB0000", 300))), 300u);
+    EXPECT_EQ(SizeOf(Times(3, Join({Frame("FFFB0200", 301), Frame("FFFB0000", 300)}))), 300u)
+        << "padded by turns";
+    EXPECT_EQ(SizeOf(Times(2, Frame("FFFB0000", 24))), 24u);
+    EXPECT_EQ(SizeOf(Times(2, Frame("FFFB0000", 23))), 0u) << "too near, and the next repeat is none";
+    EXPECT_EQ(SizeOf(Times(3, Frame("FFFB0000", 1999))), 1999u);
+    EXPECT_EQ(SizeOf(Times(3, Frame("FFFB0000", 2000))), 0u) << "too far";
+    EXPECT_EQ(SizeOf(Frame("FFFB0000", 300)), 0u) << "alone";
+    EXPECT_EQ(SizeOf(Hex("FFFB0000")), 0u);
+    EXPECT_EQ(SizeOf(Join({Frame("FFFB0000", 300), Hex("FFFB00")})), 300u) << "a stop at the limit counts";
+    EXPECT_EQ(SizeOf(Join({Frame("FFFB0000", 300), Hex("FFFB")})), 0u) << "a stop beyond does not";
+    Bytes chance = Times(4, Frame("FFFB0000", 300));
+    chance[100] = 0xFF;
+    chance[101] = 0xFB;
+    EXPECT_EQ(SizeOf(chance), 300u) << "a chance match does not repeat";
+    EXPECT_EQ(SizeOf(Times(50, Frame("FFFF0000", 200))), 200u) << "Layer I";
+    EXPECT_EQ(SizeOf(Times(2, Frame("FFFF0200", 200))), 0u)
+        << "Kept: its padding of four bytes is taken off as one";
+}
+
+TEST(VXSwfMP3Info, MeasuresByTheFirstFrame) {
+    EXPECT_EQ(Quickly(Times(10, Frame("FFFB9000", 417))), 11510u)
+        << "11520 less what whole milliseconds drop";
+    EXPECT_EQ(Quickly(Times(20, Frame("FFF38000", 208))), 11510u) << "MPEG-2";
+    EXPECT_EQ(Quickly(Times(20, Frame("FFE34800", 288))), 11520u) << "MPEG-2.5, 8000 Hz";
+    EXPECT_EQ(Quickly(Times(100, Frame("FFFF4000", 136))), 115189u) << "Layer I counts 1152 samples too";
+    EXPECT_EQ(Quickly(Join({Repeat(4170, 0), Times(10, Frame("FFFB9000", 417))})), 23020u)
+        << "what stands in front";
+    EXPECT_EQ(Quickly(Join({Times(1, Frame("FFFB9000", 417)), Times(10, Frame("FFFBE000", 1044))})), 29943u)
+        << "a variable bit rate";
+    EXPECT_EQ(Quickly(Times(10000, Frame("FFFB9000", 417))), 11519978u) << "more than 97 seconds";
+}
+
+TEST(VXSwfMP3Info, MeasuresTheFreeFormatAndNamesItsBitrate) {
+    const Bytes data = Times(10, Frame("FFFB0000", 300));
+    CVXStreamReadWrite stream(data.data(), data.size());
+    VXSwfMP3Info info(&stream);
+    unsigned int samples = 0;
+    EXPECT_TRUE(info.MeasureQuickly(samples));
+    EXPECT_EQ(samples, 11510u);
+    EXPECT_EQ(info.Bitrate, 91u);
+}
+
+TEST(VXSwfMP3Info, SearchesBlocksOf1441Bytes) {
+    const Bytes frames = Join({Frame("FFFBE000", 1044), Times(10, Frame("FFFB9000", 417))});
+    const auto behind = [&frames](std::size_t at) { return Quickly(Join({Repeat(at, 0), frames})); };
+    EXPECT_EQ(behind(1437), 6879u) << "the first frame";
+    EXPECT_EQ(behind(1438), 17243u) << "its header is cut, so the second one counts";
+    EXPECT_EQ(behind(1440), 6879u) << "its sync is cut, so it is looked at again";
+    EXPECT_EQ(behind(1441), 6879u);
+    EXPECT_EQ(behind(100000), 115189u) << "blocks without a sync are no attempts";
+    EXPECT_EQ(Quickly(Repeat(100000, 0)), 1u);
+    EXPECT_EQ(Quickly(Times(3, Frame("FFFB9000", 417))), 1u) << "shorter than a block";
+}
+
+TEST(VXSwfMP3Info, GivesUpBehind32BlocksWithoutAFrame) {
+    const Bytes broken = Frame("FFFBF000", 1441);
+    const Bytes block = Frame("FFFB9000", 1441);
+    EXPECT_EQ(Quickly(Join({Times(31, broken), block})), 126699u);
+    EXPECT_EQ(Quickly(Join({Times(32, broken), block})), 1u);
+    const Bytes second = Frame("FFFBE000", 1000);
+    EXPECT_EQ(Quickly(Join({Frame("FFFBF000", 441), second, block})), 6879u)
+        << "nothing else of a block is tried";
+    EXPECT_EQ(Quickly(Join({broken, second})), 1u) << "the next block is cut";
+}
+
+TEST(VXSwfMP3Info, MeasuresSlowlyToTheMiddle) {
+    EXPECT_EQ(Slowly(Times(10, Frame("FFFB9000", 417))), 5 * 1152u);
+    EXPECT_EQ(Slowly(Times(11, Frame("FFFB9000", 417))), 6 * 1152u);
+    EXPECT_EQ(Slowly(Times(10, Frame("FFFF4000", 136))), 5 * 384u);
+    EXPECT_EQ(Slowly(Times(12, Frame("FFF38000", 208))), 3 * 1152u) << "MPEG-2: each length spans two frames";
+    EXPECT_EQ(Slowly(Repeat(1000, 0xFF)), 0u) << "no frame, one byte further each time";
+    EXPECT_EQ(Slowly(Join({Hex("FFEB9000 FFF99000"), Frame("FFFB9000", 417), Repeat(1000, 0)})), 1152u);
+}
+
+TEST(VXSwfMP3Info, ReadsTheXingHeader) {
+    const Bytes toc = Repeat(100, 0x55);
+    VXSwfMP3Info info(nullptr);
+    const auto read = [&info](const Bytes& block) {
+        return info.ReadXingInfo(block.data(), static_cast<unsigned int>(block.size()));
+    };
+    const Bytes whole =
+        Join({Frame("FFFB9000", 36), Hex("58696E67 0000000F 00000102 00000304"), toc, Hex("0000004E")});
+    EXPECT_NE(read(whole), 0);
+    ASSERT_NE(info.XingInfo, nullptr);
+    EXPECT_EQ(info.XingInfo->Flags, 15u);
+    EXPECT_EQ(info.XingInfo->Frames, 0x102u);
+    EXPECT_EQ(info.XingInfo->Bytes, 0x304u);
+    EXPECT_EQ(info.XingInfo->Toc[99], 0x55);
+    EXPECT_EQ(info.XingInfo->VbrScale, 78);
+    EXPECT_EQ(info.XingInfo->SampleRate, 44100u);
+    EXPECT_EQ(info.XingInfo->IsMpeg1, 1);
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+        const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+        EXPECT_EQ(read(cut), 0) << size;
+        EXPECT_EQ(info.XingInfo, nullptr);
+    }
+    struct Row {
+        const char* header;
+        std::size_t offset;
+        unsigned int rate;
+    };
+    for (const Row& row : {Row{"FFFB90C0", 21, 44100}, Row{"FFF39000", 21, 22050}, Row{"FFF398C0", 13, 16000},
+                           Row{"FFE390C0", 13, 22050}, Row{"FFFB9C00", 36, 0}}) {
+        EXPECT_NE(read(Join({Frame(row.header, row.offset), Hex("58696E67 00000002 00000304")})), 0)
+            << row.header;
+        ASSERT_NE(info.XingInfo, nullptr);
+        EXPECT_EQ(info.XingInfo->Frames, 0u);
+        EXPECT_EQ(info.XingInfo->Bytes, 0x304u);
+        EXPECT_EQ(info.XingInfo->VbrScale, -1);
+        EXPECT_EQ(info.XingInfo->SampleRate, row.rate);
+        EXPECT_EQ(read(Join({Frame(row.header, row.offset + 1), Hex("58696E67 00000000")})), 0) << row.header;
+    }
+}
