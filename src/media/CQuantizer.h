@@ -7,16 +7,17 @@
 
 #include "platform/VXExport.h"
 
-/// Finds up to 256 colours for a picture of 32-bit pixels: a colour tree that is cut back while it grows, so that it
-/// never holds more than a few leaves beyond that, however large the picture. The order of the pixels decides which
+/// Finds up to 256 colours for a picture of 32-bit pixels: a colour tree that is cut back while it grows, so
+/// that it never holds more than a few leaves beyond that, however large the picture. The order of the pixels
+/// decides which branches are cut.
+///
+/// A pixel is four bytes, c0 to c3 in memory, c3 its alpha; one with alpha 0 counts as four zeros. The tree
+/// has nine levels. The root has one child; levels 1 to 7 branch by bits 7 to 1 of the bytes, eight ways:
+/// c0's bit counts 4, c1's 2, and the bit of c2 or-ed with that of c3 counts 1. Leaves are at level 8 until
 /// branches are cut.
 ///
-/// A pixel is four bytes, c0 to c3 in memory, c3 its alpha; one with alpha 0 counts as four zeros. The tree has nine
-/// levels. The root has one child; levels 1 to 7 branch by bits 7 to 1 of the bytes, eight ways: c0's bit counts 4, c1's
-/// 2, and the bit of c2 or-ed with that of c3 counts 1. Leaves are at level 8 until branches are cut.
-///
-/// Kept: an opaque pixel has all bits of alpha set, so c2 does not steer the tree there and only enters the averages.
-/// The sums are 32 bits wide and wrap, so a colour of more than 16 million pixels comes out wrong.
+/// Kept: an opaque pixel has all bits of alpha set, so c2 does not steer the tree there and only enters the
+/// averages. The sums are 32 bits wide and wrap, so a colour of more than 16 million pixels comes out wrong.
 class VXSWF_API CQuantizer {
 public:
     using Color = std::array<unsigned char, 4>;

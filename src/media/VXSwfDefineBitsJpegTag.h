@@ -6,7 +6,8 @@
 /// A picture as finished JPEG bytes, with an alpha plane for type 35. Nothing checks that they are a JPEG.
 ///
 ///     type 21:  CharacterId u16, JPEG bytes
-///     type 35:  CharacterId u16, length of the JPEG bytes u32, JPEG bytes, alpha plane as a zlib stream (RFC 1950)
+///     type 35:  CharacterId u16, length of the JPEG bytes u32, JPEG bytes
+///               alpha plane as a zlib stream (RFC 1950)
 ///
 /// Built by code only: in a loaded movie these types stay raw. Copies share the bytes.
 class VXSWF_API VXSwfDefineBitsJpegTag : public VXSwfDefinitionTag {
@@ -15,13 +16,14 @@ public:
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
     ~VXSwfDefineBitsJpegTag() override;
 
-    /// Takes as many bytes as the whole stream has, from where it stands on; what does not come is zero. 1 for null,
-    /// which changes nothing.
+    /// Takes as many bytes as the whole stream has, from where it stands on; what does not come is zero. 1
+    /// for null, which changes nothing.
     VXErrorCodeEnum SetJpegData(IVXStream* stream);
     /// Takes over an array made with `new[]`. 1 for null, which changes nothing.
     VXErrorCodeEnum SetJpegData(unsigned char* array, unsigned int length);
-    /// Deflates a plane of one byte a pixel, which stays the caller's. A type 21 tag keeps it and does not write it.
-    /// Null with 0 bytes gives the empty zlib stream; 1 for null with a size, which changes nothing.
+    /// Deflates a plane of one byte a pixel, which stays the caller's. A type 21 tag keeps it and does not
+    /// write it. Null with 0 bytes gives the empty zlib stream; 1 for null with a size, which changes
+    /// nothing.
     VXErrorCodeEnum SetAlphaData(const unsigned char* alpha, unsigned int size);
 
     const unsigned char* GetJpegData() const { return JpegData.GetBytes(); }

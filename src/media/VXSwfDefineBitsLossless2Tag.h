@@ -31,10 +31,12 @@ public:
     ~VXSwfDefineBitsLossless2Tag() override;
     void GetTextInfo(VXString& text) override;
 
-    /// Format 3 for the palette, else format 5. Always 0; a block that could not be made is missing afterwards. Of a
-    /// picture wider or higher than 65535 pixels the part in the upper left goes in that the 16-bit sizes leave.
+    /// Format 3 for the palette, else format 5. Always 0; a block that could not be made is missing
+    /// afterwards. Of a picture wider or higher than 65535 pixels the part in the upper left goes in that the
+    /// 16-bit sizes leave.
     ///
-    /// Kept: colours of format 5 are multiplied and shifted, not divided by 255, so an opaque 255 becomes 254.
+    /// Kept: colours of format 5 are multiplied and shifted, not divided by 255, so an opaque 255 becomes
+    /// 254.
     VXErrorCodeEnum CreateImage(const VXImage& image, VXBitmapQualityEnum quality);
     /// Format 4. 1 for an image without pixels; sizes and format are set then.
     VXErrorCodeEnum CreateImage(const VXImage16BPP& image);

@@ -14,8 +14,8 @@ public:
     static constexpr unsigned int kNumSounds = 4;
 
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
-    /// The button, then the sounds. An ID of 0 is not looked up, an answer of 0 leaves the old ID, and null does
-    /// nothing.
+    /// The button, then the sounds. An ID of 0 is not looked up, an answer of 0 leaves the old ID, and null
+    /// does nothing.
     void UpdateReferenceIDs(VXFlintIDMap* map) override;
     ~VXSwfDefineButtonSoundTag() override;
     /// 1 when an ID is not there whole.

@@ -13,8 +13,8 @@ public:
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
     ~VXSwfStartSoundTag() override;
 
-    /// Plays the whole sound once, unless it plays already. Points and counts of the info stay as they are, off the
-    /// wire.
+    /// Plays the whole sound once, unless it plays already. Points and counts of the info stay as they are,
+    /// off the wire.
     void StartSound(unsigned short soundId);
 
     unsigned short SoundId = 0xFFFF;

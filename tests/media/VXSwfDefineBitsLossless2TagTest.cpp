@@ -43,7 +43,8 @@ TEST(VXSwfDefineBitsLossless2Tag, PremultipliesTrueColour) {
 TEST(VXSwfDefineBitsLossless2Tag, PadsRowsOfAPalette) {
     EXPECT_EQ(Palette(5, 2, Join({Repeat(20, 0xFF), Repeat(20, 0xFF)}), 0),
               Hex("FF FF FF FF  00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00"));
-    // Two colours: black comes first in the order of the tree. What is invisible counts as black without alpha.
+    // Two colours: black comes first in the order of the tree. What is invisible counts as black without
+    // alpha.
     EXPECT_EQ(Palette(3, 1, Hex("F0F0F0FF 0A0B0C00 F0F0F0FF"), 1),
               Hex("00 00 00 00  F0 F0 F0 FF  01 00 01 00"));
 }
