@@ -13,6 +13,8 @@ namespace {
 /// Of squared distances in units of the grid.
 constexpr double kTolerance = 0.01;
 constexpr float kClosing = 0.001f;
+/// Whole units up to here are exact in single precision.
+constexpr float kFarthest = 16777216.0f;
 
 struct WholePoint {
     int x = 0;
@@ -25,6 +27,9 @@ struct RealPoint {
 
     WholePoint Truncated() const { return {VXTruncate(x), VXTruncate(y)}; }
 };
+
+/// False for what is not a number too.
+bool IsNear(RealPoint point) { return std::fabs(point.x) <= kFarthest && std::fabs(point.y) <= kFarthest; }
 
 bool IsClosing(RealPoint start, RealPoint end) {
     return std::fabs(start.x - end.x) < kClosing && std::fabs(start.y - end.y) < kClosing;
@@ -39,6 +44,7 @@ void VXFlintShape::CreateShapeFromPathData(unsigned int count, float* points, co
     WholePoint start;
     WholePoint current;
     WholePoint pen;  // where the records lead
+    bool hasPoint = false;
     const auto read = [&points]() -> RealPoint {
         const RealPoint point = {points[0], points[1]};
         points += 2;
@@ -48,15 +54,23 @@ void VXFlintShape::CreateShapeFromPathData(unsigned int count, float* points, co
         AddLineToGlyphShape(static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
                             static_cast<float>(to.y));
     };
+    // An entry that cannot be followed is passed over.
     for (unsigned int entry = 0; entry < count; ++entry) {
         switch (kinds[entry]) {
-            case kKVMMove:
-                last = realStart = read();
+            case kKVMMove: {
+                const RealPoint to = read();
+                if (!IsNear(to)) break;
+                hasPoint = true;
+                last = realStart = to;
                 start = pen = current = last.Truncated();
                 AddChangeToGlyphShape(static_cast<float>(current.x), static_cast<float>(current.y), false);
                 break;
+            }
             case kKVMLine: {
-                last = read();
+                const RealPoint to = read();
+                if (!IsNear(to)) break;
+                hasPoint = true;
+                last = to;
                 WholePoint target = last.Truncated();
                 const bool closesNext = entry + 1 < count && kinds[entry + 1] == kKVMClose;
                 if (closesNext && IsClosing(realStart, last)) {
@@ -75,6 +89,8 @@ void VXFlintShape::CreateShapeFromPathData(unsigned int count, float* points, co
                 const RealPoint control1 = read();
                 const RealPoint control2 = read();
                 const RealPoint end = read();
+                entry += 2;
+                if (!hasPoint || !IsNear(control1) || !IsNear(control2) || !IsNear(end)) break;
                 const double cubic[] = {last.x,     last.y,     control1.x, control1.y,
                                         control2.x, control2.y, end.x,      end.y};
                 BezierLib2::BezSWFEdgeCreatorVisitor visitor(
@@ -82,11 +98,13 @@ void VXFlintShape::CreateShapeFromPathData(unsigned int count, float* points, co
                 visitor.VisitShapes();
                 last = end;
                 current = end.Truncated();
-                entry += 2;
                 break;
             }
             case kKVMClose: {
-                last = read();
+                const RealPoint to = read();
+                if (!IsNear(to)) break;
+                hasPoint = true;
+                last = to;
                 const WholePoint from = current;
                 current = last.Truncated();
                 if (pen.x != start.x || pen.y != start.y) addLine(from, start);
