@@ -41,6 +41,7 @@ VXErrorCodeEnum VXFlintShapeRecords::LoadRecords(VXBitStream& in) {
         numLineBits = record.NumLineBits;
         if (record.Kind == VXFlintShapeRecord::kEnd) break;
     }
+    Records.shrink_to_fit();  // a movie has thousands of lists, and few grow after their load
     in.ByteAlignSBits();
     return kVXSuccess;
 }
