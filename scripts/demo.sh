@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the command and takes a small movie through it: list, copy plain, copy compressed, list again. What it writes
-# lies in build/demo afterwards.
+# Builds the command and takes a small movie through it: list, copy plain and compressed, merge; then builds a movie of
+# everything that the library makes. What it writes lies in build/demo afterwards.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -24,6 +24,10 @@ vxswf copy --plain "$movie" "$out/plain.swf"
 vxswf copy --compress "$movie" "$out/compressed.swf"
 vxswf merge --name copy --at 40,20 "$movie" "$out/compressed.swf" "$out/merged.swf"
 vxswf info "$out/plain.swf" "$out/compressed.swf" "$out/merged.swf"
+
+vxswf demo "$out/demo.swf"
+vxswf info "$out/demo.swf"
+vxswf merge --at 100,60 "$out/demo.swf" "$movie" "$out/demo-with-movie.swf"
 
 printf '\nWritten:\n'
 ls -l "$out"

@@ -8,5 +8,6 @@
 // `exitCode`.
 
 void AddCopyCommand(CLI::App& app, ExitCode& exitCode);
+void AddDemoCommand(CLI::App& app, ExitCode& exitCode);
 void AddInfoCommand(CLI::App& app, ExitCode& exitCode);
 void AddMergeCommand(CLI::App& app, ExitCode& exitCode);

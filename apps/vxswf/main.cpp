@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
     std::signal(SIGXFSZ, SIG_IGN);
     KeepLibraryMessages();
 
-    CLI::App app("Lists, rewrites and merges SWF movies.", "vxswf");
+    CLI::App app("Lists, rewrites, merges and builds SWF movies.", "vxswf");
     app.require_subcommand(1);
     app.set_version_flag("--version", VXSWF_VERSION);
     app.footer("Exit code: 0 done, 1 the library reported a failure, 2 wrong usage or an unusable file.");
@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
     });
     ExitCode exitCode = kDone;
     AddCopyCommand(app, exitCode);
+    AddDemoCommand(app, exitCode);
     AddInfoCommand(app, exitCode);
     AddMergeCommand(app, exitCode);
     try {

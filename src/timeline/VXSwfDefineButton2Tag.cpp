@@ -32,9 +32,10 @@ VXSwfDefineButton2Tag::~VXSwfDefineButton2Tag() = default;
 
 void VXSwfDefineButton2Tag::CopyLists(const VXSwfDefineButton2Tag& other) {
     for (const auto& record : other.ButtonRecords) {
-        ButtonRecords.push_back(std::make_unique<VXFlintButtonRecord>(*record));
+        if (record != nullptr) ButtonRecords.push_back(std::make_unique<VXFlintButtonRecord>(*record));
     }
     for (const auto& action : other.ButtonActions) {
+        if (action == nullptr) continue;
         auto copy = std::make_unique<VXFlintButtonCondAction>(*action);
         // Copies of a list share its actions; these are to be the copy's own.
         copy->Actions = VXFlintActionRecords();
@@ -59,7 +60,9 @@ VXErrorCodeEnum VXSwfDefineButton2Tag::DumpFields(VXBitStream& body) {
     VX_RETURN_IF_FAILED(body.WriteVXBool16(TrackAsMenu));
     const unsigned int placeholder = body.GetPosition();
     VX_RETURN_IF_FAILED(body.WriteWord(ActionOffset));
-    for (const auto& record : ButtonRecords) VX_RETURN_IF_FAILED(record->DumpToStream(body));
+    for (const auto& record : ButtonRecords) {
+        if (record != nullptr) VX_RETURN_IF_FAILED(record->DumpToStream(body));
+    }
     VX_RETURN_IF_FAILED(body.WriteByte(0));
     VX_RETURN_IF_FAILED(DumpButtonActionsToStream(body));
     if (ActionOffset != 0) {
@@ -105,6 +108,7 @@ void VXSwfDefineButton2Tag::LoadButtonActionsFromStream(VXBitStream& in) {
 VXErrorCodeEnum VXSwfDefineButton2Tag::DumpButtonActionsToStream(VXBitStream& body) {
     unsigned int last = 0;
     for (const auto& action : ButtonActions) {
+        if (action == nullptr) continue;
         last = body.GetPosition();
         if (ActionOffset == 0) ActionOffset = static_cast<unsigned short>(last);
         VX_RETURN_IF_FAILED(action->DumpToStream(body));
@@ -113,7 +117,7 @@ VXErrorCodeEnum VXSwfDefineButton2Tag::DumpButtonActionsToStream(VXBitStream& bo
                                              static_cast<unsigned short>(end - last));
         body.SetPosition(end);
     }
-    if (!ButtonActions.empty()) {
+    if (last != 0) {
         const unsigned int end = body.GetPosition();
         VXFlintButtonCondAction::ResetOffset(body, static_cast<int>(last), 0);
         body.SetPosition(end);
@@ -131,7 +135,7 @@ VXErrorCodeEnum VXSwfDefineButton2Tag::DumpToStream(VXBitStream& out) {
 void VXSwfDefineButton2Tag::UpdateReferenceIDs(VXFlintIDMap* map) {
     if (map == nullptr) return;
     for (const auto& record : ButtonRecords) {
-        if (record->CharacterId == 0) continue;
+        if (record == nullptr || record->CharacterId == 0) continue;
         const unsigned short newId = map->GetNewId(record->CharacterId);
         if (newId != 0) record->CharacterId = newId;
     }
@@ -159,6 +163,6 @@ void VXSwfDefineButton2Tag::AddButtonAction(VXFlintButtonCondAction* action) {
 
 void VXSwfDefineButton2Tag::BuildButtonDependencyList(std::list<unsigned short>& ids, VXSwfTagSet*) const {
     for (const auto& record : ButtonRecords) {
-        if (record->CharacterId != 0) ids.push_back(record->CharacterId);
+        if (record != nullptr && record->CharacterId != 0) ids.push_back(record->CharacterId);
     }
 }

@@ -47,13 +47,12 @@ public:
     /// Appends the character of every record that has one, as often as it occurs. The set is not used.
     void BuildButtonDependencyList(std::list<unsigned short>& ids, VXSwfTagSet* set) const;
 
-    const RecordList& GetButtonRecords() const { return ButtonRecords; }
-    const ActionList& GetButtonActions() const { return ButtonActions; }
-
     unsigned int ReservedFlags = 0;
     short TrackAsMenu = 0;
     unsigned short ActionOffset = 0;   ///< as loaded, or the place of the conditions in the body after a dump
     unsigned short NextActionPos = 0;  ///< of the load in progress
+    RecordList ButtonRecords;          ///< null entries are passed over
+    ActionList ButtonActions;          ///< null entries are passed over
     std::vector<unsigned short> ButtonDependents;  ///< not used
 
 private:
@@ -65,7 +64,4 @@ private:
     VXErrorCodeEnum DumpFields(VXBitStream& body);
     VXErrorCodeEnum DumpButtonActionsToStream(VXBitStream& body);
     void CopyLists(const VXSwfDefineButton2Tag& other);
-
-    RecordList ButtonRecords;
-    ActionList ButtonActions;
 };

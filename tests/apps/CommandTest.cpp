@@ -283,6 +283,21 @@ TEST_F(Command, MergeFailuresLeaveNothing) {
     EXPECT_EQ(Names(), names);
 }
 
+TEST_F(Command, DemoBuildsAMovieThatComesBackAsItIs) {
+    ExpectRun("vxswf demo a.swf && vxswf copy --raw --plain a.swf b.swf && vxswf copy --raw b.swf c.swf", 0,
+              "");
+    EXPECT_EQ(ReadFile(At("a.swf"))[0], 'C');
+    EXPECT_EQ(ReadFile(At("b.swf")), ReadFile(At("c.swf")));
+    // Parsed, everything but the button keeps its bytes, too: what this library writes is what it would write again.
+    ExpectRun("vxswf copy b.swf c.swf", 0, "");
+    const auto plain = ReadFile(At("b.swf"));
+    const auto copied = ReadFile(At("c.swf"));
+    ASSERT_EQ(plain.size(), copied.size());
+    std::size_t numDifferent = 0;
+    for (std::size_t i = 0; i < plain.size(); ++i) numDifferent += plain[i] != copied[i] ? 1 : 0;
+    EXPECT_EQ(numDifferent, 1u) << "the low byte of the offset to the button's conditions";
+}
+
 TEST_F(Command, ExamplesRun) {
     const std::string directory = VXSWF_EXAMPLES;
     ExpectRun("'" + directory + "/build_movie' a.swf", 0, "");

@@ -21,7 +21,7 @@ void ExpectFilterList(const std::string& what, const Bytes& filters) {
     const Bytes wire = ButtonBytes(Join({RecordBytes(0x31, 9), filters, Hex("0D"), Hex("00")}));
     SweepTag(what, wire);
     const TagPtr tag = LoadTag(wire);
-    const auto& records = dynamic_cast<VXSwfDefineButton2Tag&>(*tag).GetButtonRecords();
+    const auto& records = dynamic_cast<VXSwfDefineButton2Tag&>(*tag).ButtonRecords;
     ASSERT_EQ(records.size(), 1u);
     EXPECT_EQ(records[0]->RawFilterList.GetSize(), filters.size()) << what;
     EXPECT_EQ(records[0]->BlendMode, 0x0D) << what;
@@ -53,7 +53,7 @@ TEST(VXSwfDefineButton2Tag, MeasuresEveryFilter) {
 
 TEST(VXSwfDefineButton2Tag, AFilterThatLeavesTheBodyMovesNothing) {
     const TagPtr tag = LoadTag(ButtonBytes(Join({RecordBytes(0x11, 9), Hex("02 06 01 02 03 00")})));
-    const auto& records = dynamic_cast<VXSwfDefineButton2Tag&>(*tag).GetButtonRecords();
+    const auto& records = dynamic_cast<VXSwfDefineButton2Tag&>(*tag).ButtonRecords;
     ASSERT_EQ(records.size(), 2u) << "what is left is taken for a record";
     EXPECT_EQ(Bytes(records[0]->RawFilterList.GetBytes(), records[0]->RawFilterList.GetBytes() + 3),
               Hex("02 06 01"));
@@ -68,7 +68,7 @@ TEST(VXSwfDefineButton2Tag, FindsConditionsByTheirDistances) {
     SweepTag("the offset comes out 3 too low", ButtonBytes(Join({Hex("00 EE EE EE"), conditions}), 6),
              ButtonBytes(Join({Hex("00"), Hex("07 00 80 00 07 17 00 00 00 00 41 0B 00")}), 3));
     const TagPtr tag = LoadTag(ButtonBytes(Join({Hex("00 EE EE EE"), conditions}), 6));
-    const auto& actions = dynamic_cast<VXSwfDefineButton2Tag&>(*tag).GetButtonActions();
+    const auto& actions = dynamic_cast<VXSwfDefineButton2Tag&>(*tag).ButtonActions;
     ASSERT_EQ(actions.size(), 2u);
     EXPECT_EQ(actions[0]->CondIdleToOverDown, 1);
     EXPECT_EQ(actions[0]->Actions.size(), 2u);
@@ -79,7 +79,7 @@ TEST(VXSwfDefineButton2Tag, FindsConditionsByTheirDistances) {
 TEST(VXSwfDefineButton2Tag, ChainsOfConditionsEnd) {
     const auto count = [](const Bytes& wire) {
         const TagPtr tag = LoadTag(wire);
-        return dynamic_cast<VXSwfDefineButton2Tag&>(*tag).GetButtonActions().size();
+        return dynamic_cast<VXSwfDefineButton2Tag&>(*tag).ButtonActions.size();
     };
     EXPECT_EQ(count(ButtonBytes(Hex("00 00 00 00 00 00"), 0xF0)), 0u) << "behind the body";
     EXPECT_EQ(count(ButtonBytes(Hex("00 05 00 00 00 00"), 3)), 1u) << "the next place has no two bytes";
@@ -97,6 +97,8 @@ TEST(VXSwfDefineButton2Tag, BuiltByCodeItHasTheTrueOffset) {
     tag->CreateButtonRecord(1, 0, 0, 1, 7, 2);
     tag->AddButtonRecord(nullptr);
     tag->AddButtonAction(nullptr);
+    tag->ButtonRecords.emplace_back();
+    tag->ButtonActions.emplace_back();
     const Bytes record = Hex("09 07 00 02 00 00 00");
     EXPECT_EQ(DumpOf(*tag), TagBytes(34, Join({Hex("05 00 00 00 00"), record, Hex("00")})));
     for (int i = 0; i < 2; ++i) {
@@ -131,10 +133,10 @@ TEST(VXSwfDefineButton2Tag, CopiesHaveActionsOfTheirOwn) {
     tag->AddButtonAction(action);
     tag->CreateButtonRecord(1, 0, 0, 0, 7, 1);
     VXSwfDefineButton2Tag copy(*tag);
-    (*copy.GetButtonActions()[0]->Actions.begin())->m_ActionCode = 0x06;
-    copy.GetButtonRecords()[0]->CharacterId = 9;
+    (*copy.ButtonActions[0]->Actions.begin())->m_ActionCode = 0x06;
+    copy.ButtonRecords[0]->CharacterId = 9;
     EXPECT_EQ((*action->Actions.begin())->m_ActionCode, 0x07);
-    EXPECT_EQ(tag->GetButtonRecords()[0]->CharacterId, 7);
+    EXPECT_EQ(tag->ButtonRecords[0]->CharacterId, 7);
     copy = *tag;
     EXPECT_EQ(DumpOf(copy), DumpOf(*tag));
 }

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstddef>
+
+/// A file of assets/ that the program carries along.
+struct Asset {
+    const unsigned char* bytes;
+    std::size_t size;
+};
+
+/// Hills under a sky, 96 × 64 pixels, a baseline JPEG.
+extern const Asset kPhoto;
+/// Six tenths of a second, MPEG-2 Layer III, mono, 22050 samples a second.
+extern const Asset kChime;
