@@ -54,7 +54,10 @@ std::unique_ptr<unsigned char[]> NewBytes(std::uint64_t size) {
 
 /// Turns a destination into a writer where it can be turned, and goes to its start.
 void PrepareTarget(IVXStream& target) {
-    if (auto* both = dynamic_cast<IVXReadWriteStream*>(&target)) both->SetMode(IVXStream::kWrite);
+    if (auto* both = dynamic_cast<IVXReadWriteStream*>(&target)) {
+        both->SetMode(IVXStream::kWrite);
+        static_cast<void>(both->IsWriting());  // Kept: asked, whatever the answer.
+    }
     target.Seek(0, kVXSeekFromStart);
 }
 

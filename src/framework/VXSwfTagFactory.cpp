@@ -56,7 +56,7 @@ struct VXSwfTagFactory::Row {
 };
 
 // Sorted by type. Types without a row are raw in both sets.
-const VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
+constexpr VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINESHAPE, Make<VXSwfDefineShapeTag>, Make<VXSwfDefineShapeTag>},
     {TAG_FREECHARACTER, Make<VXSwfFreeCharacterTag>, MakeRaw},
     {TAG_PLACEOBJECT, MakeRaw, Make<VXSwfPlaceObjectTag>},

@@ -27,6 +27,8 @@ struct VXSwfTagSet::LoadLimits {
 
 VXSwfTagSet::VXSwfTagSet() = default;
 
+VXSwfTagSet::VXSwfTagSet(unsigned char level) : m_Level(level) {}
+
 VXSwfTagSet::VXSwfTagSet(const VXSwfTagSet& other)
     : IVXSwfTagHolder(other),
       m_ParsingMode(other.m_ParsingMode),

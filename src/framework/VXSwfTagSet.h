@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <list>
 #include <map>
@@ -114,9 +115,11 @@ public:
     VXSwfPlaceObject2Tag* PlaceObject(VXSwfDefinitionTag* character, int frame, const VXString& name,
                                       double x, double y, unsigned short depth,
                                       const std::vector<VXFlintFilter*>& filters);
-    /// Lets a literal 0 mean an ID and not a null pointer.
-    VXSwfPlaceObject2Tag* PlaceObject(int id, int frame, const VXString& name, double x, double y,
-                                      unsigned short depth, const std::vector<VXFlintFilter*>& filters) {
+    /// Lets any integer, a literal 0 among them, mean an ID and not a null pointer.
+    template <std::integral Id>
+    requires(!std::same_as<Id, unsigned short>)
+        VXSwfPlaceObject2Tag* PlaceObject(Id id, int frame, const VXString& name, double x, double y,
+                                          unsigned short depth, const std::vector<VXFlintFilter*>& filters) {
         return PlaceObject(static_cast<unsigned short>(id), frame, name, x, y, depth, filters);
     }
     /// Places without filters and, when `removeFrame` is not 0, removes at the end of that frame.
@@ -126,8 +129,10 @@ public:
     VXSwfPlaceObject2Tag* PlaceAndRemoveObject(VXSwfDefinitionTag* character, int placeFrame, int removeFrame,
                                                const VXString& name, double x, double y,
                                                unsigned short depth);
-    VXSwfPlaceObject2Tag* PlaceAndRemoveObject(int id, int placeFrame, int removeFrame, const VXString& name,
-                                               double x, double y, unsigned short depth) {
+    template <std::integral Id>
+    requires(!std::same_as<Id, unsigned short>) VXSwfPlaceObject2Tag* PlaceAndRemoveObject(
+        Id id, int placeFrame, int removeFrame, const VXString& name, double x, double y,
+        unsigned short depth) {
         return PlaceAndRemoveObject(static_cast<unsigned short>(id), placeFrame, removeFrame, name, x, y,
                                     depth);
     }
@@ -174,6 +179,10 @@ public:
     /// Closes a movie: appends a removal for every placement of type 26, then frees every lossless bitmap
     /// (type 36) and moves all other FreeCharacter tags behind that.
     void AddFreeCharacterAtEnd();
+
+protected:
+    /// A set inside a sprite, which counts as a level of nesting also when the sprite is loaded by itself.
+    explicit VXSwfTagSet(unsigned char level);
 
 private:
     struct LoadLimits;

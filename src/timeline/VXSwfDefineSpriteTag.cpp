@@ -4,7 +4,8 @@
 
 #include "framework/VXDependencyWalk_p.h"
 
-VXSwfDefineSpriteTag::VXSwfDefineSpriteTag(enuTagType type) : VXSwfDefinitionTag(type) {}
+VXSwfDefineSpriteTag::VXSwfDefineSpriteTag(enuTagType type)
+    : VXSwfDefinitionTag(type), VXSwfTagSet(static_cast<unsigned char>(1)) {}
 
 VXSwfDefineSpriteTag::~VXSwfDefineSpriteTag() = default;
 

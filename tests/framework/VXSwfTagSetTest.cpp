@@ -122,6 +122,17 @@ TEST(VXSwfTagSet, From64LevelsOnSpritesStayRaw) {
     }
 }
 
+TEST(VXSwfTagSet, ACopiedSpriteOpensAsManyLevelsAsALoadedOne) {
+    const Bytes padding = TagBytes(77, Repeat(60000, 1));
+    const Bytes tags = LongTagBytes(
+        39, Join({Hex("01 00 00 00"), Nested(69, TagBytes(77, Hex("AB"))), padding, Hex("00 00")}));
+    VXSwfTagSet set;
+    EXPECT_EQ(Load(set, tags), kVXSuccess);
+    EXPECT_EQ(LevelsOf(&set), 64u);
+    const TagPtr copy((*set.begin())->Copy(), &VXSwfTagFactory::DeleteTag);
+    EXPECT_EQ(LevelsOf(dynamic_cast<VXSwfDefineSpriteTag*>(copy.get())), 63u) << "below itself";
+}
+
 TEST(VXSwfTagSet, NestedBodiesTakeSixteenTimesTheDataAtMost) {
     // 40 levels around 50,000 bytes would take two megabytes.
     const Bytes tags = Nested(40, TagBytes(77, Repeat(50000, 1)));
