@@ -1,5 +1,6 @@
 #include "media/CQuantizer.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -9,6 +10,7 @@ namespace {
 
 constexpr unsigned int kPathLevels = 7;
 constexpr std::uint32_t kNoPath = 0xFFFFFFFFu;
+constexpr unsigned int kNearLevel = 5;
 
 /// Puts bits 7 to 1 of a byte three places apart, bit 7 at 18 and bit 1 at 0.
 constexpr std::uint32_t Spread(unsigned int byte) {
@@ -44,6 +46,9 @@ unsigned int ChildOf(std::uint32_t path, unsigned int level) {
     return level == 0 ? 0 : path >> 3 * (kPathLevels - level) & 7u;
 }
 
+/// The part of a path that leads to a near node.
+std::uint32_t NearPathOf(std::uint32_t path) { return path >> 3 * (kPathLevels + 1 - kNearLevel); }
+
 }  // namespace
 
 CQuantizer::CQuantizer(unsigned int maxColors) : MaxColors(maxColors), LastPath(kNoPath) {}
@@ -74,7 +79,8 @@ CQuantizer::NodeIndex CQuantizer::NewNode(unsigned int level) {
 
 CQuantizer::NodeIndex CQuantizer::FindOrMakeLeaf(std::uint32_t path) {
     if (Nodes.empty()) NewNode(0);
-    NodeIndex index = 0;
+    NodeIndex& nearNode = NearNodes[NearPathOf(path)];
+    NodeIndex index = nearNode;
     while (!Nodes[index].IsLeaf) {
         const unsigned int level = Nodes[index].Level;
         const unsigned int child = ChildOf(path, level);
@@ -84,6 +90,7 @@ CQuantizer::NodeIndex CQuantizer::FindOrMakeLeaf(std::uint32_t path) {
             Nodes[index].Children[child] = next;
         }
         index = next;
+        if (level < kNearLevel) nearNode = index;
     }
     return index;
 }
@@ -117,6 +124,7 @@ bool CQuantizer::ReduceOnce() {
     if (Nodes[index].IsLeaf) return false;  // the root, cut back already
     Node& node = Nodes[index];
     ReducibleNodes[level] = node.Next;
+    if (level < kNearLevel) NearNodes = {};
     std::uint32_t freed = 0;
     for (NodeIndex& place : node.Children) {
         if (place == 0) continue;
@@ -135,27 +143,35 @@ bool CQuantizer::ReduceOnce() {
 
 std::vector<CQuantizer::Color> CQuantizer::MakePalette() {
     std::vector<Color> palette;
-    if (Nodes.empty()) return palette;
-    const auto visit = [this, &palette](const auto& self, Node& node) -> void {
-        if (!node.IsLeaf) {
-            for (const NodeIndex child : node.Children) {
-                if (child != 0) self(self, Nodes[child]);
-            }
-            return;
-        }
+    if (!Nodes.empty()) Number(0, 0, palette);
+    return palette;
+}
+
+/// Numbers the leaves at and below a node; `way` leads there from level 1, three bits a level, as far as the
+/// near level.
+void CQuantizer::Number(NodeIndex index, std::uint32_t way, std::vector<Color>& palette) {
+    Node& node = Nodes[index];
+    if (node.Level == kNearLevel || (node.IsLeaf && node.Level < kNearLevel)) {
+        const unsigned int bits = 3 * (kNearLevel - std::max<unsigned int>(node.Level, 1));
+        std::fill_n(NearNodes.begin() + (way << bits), std::size_t{1} << bits, index);
+    }
+    if (node.IsLeaf) {
         node.PaletteIndex = static_cast<std::uint32_t>(palette.size());
         Color color{};
         for (unsigned int i = 0; i < 4 && node.PixelCount != 0; ++i) {
             color[i] = static_cast<unsigned char>(node.Sums[i] / node.PixelCount);
         }
         palette.push_back(color);
-    };
-    visit(visit, Nodes[0]);
-    return palette;
+        return;
+    }
+    for (std::uint32_t child = 0; child < node.Children.size(); ++child) {
+        if (node.Children[child] == 0) continue;
+        Number(node.Children[child], node.Level < kNearLevel ? way << 3 | child : way, palette);
+    }
 }
 
 CQuantizer::NodeIndex CQuantizer::FindLeaf(std::uint32_t path) const {
-    NodeIndex index = 0;
+    NodeIndex index = NearNodes[NearPathOf(path)];
     while (!Nodes[index].IsLeaf) {
         index = Nodes[index].Children[ChildOf(path, Nodes[index].Level)];
         if (index == 0) return 0;

@@ -55,12 +55,16 @@ private:
     NodeIndex FindOrMakeLeaf(std::uint32_t path);
     void AddRun(std::uint32_t pixel, std::uint32_t length);
     bool ReduceOnce();
+    void Number(NodeIndex index, std::uint32_t way, std::vector<Color>& palette);
 
     std::vector<Node> Nodes;
     NodeIndex FreeNodes = 0;
     std::uint32_t LeafCount = 0;
     std::array<NodeIndex, kColorBits> ReducibleNodes{};  // of each level, the newest first
     unsigned int MaxColors;
+    // For each way through levels 1 to 4 the node at level 5, or the one where the way was last seen to end
+    // above that; the root where none is known. Most pixels begin close to their leaves so.
+    std::array<NodeIndex, 4096> NearNodes{};
     std::uint32_t LastPath;
     NodeIndex LastLeaf = 0;
 };

@@ -12,11 +12,12 @@ namespace {
 /// The told algorithm word for word, with nodes of its own: slow, plain, and right by inspection.
 class PlainQuantizer {
 public:
+    explicit PlainQuantizer(unsigned int maxColors) : m_MaxColors(maxColors) {}
     void Add(const unsigned char* pixel) {
         std::array<unsigned int, 4> c{pixel[0], pixel[1], pixel[2], pixel[3]};
         if (c[3] == 0) c = {};
         Add(m_Root, c, 0);
-        while (m_Leaves > 256) Reduce();
+        while (m_Leaves > m_MaxColors) Reduce();
     }
     std::vector<CQuantizer::Color> Palette() {
         std::vector<CQuantizer::Color> palette;
@@ -89,6 +90,7 @@ private:
         palette.push_back(color);
     }
 
+    unsigned int m_MaxColors;
     std::unique_ptr<Node> m_Root;
     unsigned int m_Leaves = 0;
     std::array<std::vector<Node*>, 8> m_Lists;
@@ -106,22 +108,30 @@ Bytes Noise(std::size_t pixels, unsigned int seed, unsigned char orAlpha) {
     return bytes;
 }
 
+void ComparePalettes(const Bytes& pixels, unsigned int maxColors) {
+    const std::size_t size = pixels.size() / 4;
+    CQuantizer quantizer(maxColors);
+    PlainQuantizer plain(maxColors);
+    quantizer.AddPixels(pixels.data(), size);
+    for (std::size_t i = 0; i < size; ++i) plain.Add(pixels.data() + 4 * i);
+    const auto palette = quantizer.MakePalette();
+    ASSERT_EQ(palette, plain.Palette()) << size << " pixels, " << maxColors << " colours";
+    ASSERT_EQ(quantizer.GetLeafCount(), palette.size());
+    Bytes indices(size);
+    quantizer.MapPixels(pixels.data(), size, indices.data());
+    for (std::size_t i = 0; i < size; ++i) ASSERT_EQ(indices[i], plain.Map(pixels.data() + 4 * i));
+}
+
 }  // namespace
 
 TEST(CQuantizer, FindsTheSamePaletteAsThePlainAlgorithm) {
     for (const unsigned char orAlpha : Hex("00 80 FF")) {
         for (const std::size_t size : {1u, 255u, 256u, 257u, 258u, 5000u, 40000u}) {
-            const Bytes pixels = Noise(size, static_cast<unsigned int>(size), orAlpha);
-            CQuantizer quantizer;
-            PlainQuantizer plain;
-            quantizer.AddPixels(pixels.data(), size);
-            for (std::size_t i = 0; i < size; ++i) plain.Add(pixels.data() + 4 * i);
-            const auto palette = quantizer.MakePalette();
-            ASSERT_EQ(palette, plain.Palette()) << size << " pixels";
-            ASSERT_EQ(quantizer.GetLeafCount(), palette.size());
-            Bytes indices(size);
-            quantizer.MapPixels(pixels.data(), size, indices.data());
-            for (std::size_t i = 0; i < size; ++i) ASSERT_EQ(indices[i], plain.Map(pixels.data() + 4 * i));
+            ComparePalettes(Noise(size, static_cast<unsigned int>(size), orAlpha), 256);
+        }
+        // So few that the branches near the root are cut too.
+        for (const unsigned int maxColors : {1u, 2u, 9u, 40u}) {
+            ComparePalettes(Noise(3000, maxColors, orAlpha), maxColors);
         }
     }
 }
