@@ -1,12 +1,15 @@
 #include "media/VXSwfDefineBitsLossless2Tag.h"
 
+#include <bit>
 #include <climits>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <new>
 #include <string>
 #include <vector>
 
+#include "bitstream/VXPool.h"
 #include "media/CQuantizer.h"
 
 namespace {
@@ -23,8 +26,10 @@ class Block {
 public:
     Block(std::size_t stride, std::size_t height, std::size_t tableSize)
         : m_Padding((0 - stride) & 3), m_Size((stride + m_Padding) * std::uint64_t{height} + tableSize) {
-        if (m_Size <= UINT_MAX) m_Bytes.reset(new (std::nothrow) unsigned char[m_Size]);
+        if (m_Size > UINT_MAX) return;
+        m_Bytes.reset(new (std::nothrow) unsigned char[m_Size]);
         m_Next = m_Bytes.get();
+        if (m_Next != nullptr) VXPool::PreferHugePages(m_Next, m_Size);
     }
 
     explicit operator bool() const { return m_Bytes != nullptr; }
@@ -45,13 +50,19 @@ private:
     unsigned char* m_Next = nullptr;
 };
 
+static_assert(std::endian::native == std::endian::little, "pixels are taken as little-endian words");
+
+/// Of each word the first and the third byte in one product, the second in another; of a product the upper
+/// byte stays, one place further up, where the target has it behind alpha.
 void PremultiplyRow(const unsigned char* pixels, std::size_t width, unsigned char* target) {
     for (std::size_t x = 0; x < width; ++x, pixels += kPixelSize, target += kPixelSize) {
-        const unsigned int alpha = pixels[3];
-        target[0] = pixels[3];
-        target[1] = static_cast<unsigned char>(pixels[0] * alpha >> 8);
-        target[2] = static_cast<unsigned char>(pixels[1] * alpha >> 8);
-        target[3] = static_cast<unsigned char>(pixels[2] * alpha >> 8);
+        std::uint32_t pixel;
+        std::memcpy(&pixel, pixels, sizeof pixel);
+        const std::uint32_t alpha = pixel >> 24;
+        const std::uint32_t outer = (pixel & 0x00FF00FFu) * alpha & 0xFF00FF00u;
+        const std::uint32_t inner = (pixel & 0x0000FF00u) * alpha & 0x00FF0000u;
+        const std::uint32_t product = alpha | outer | inner;
+        std::memcpy(target, &product, sizeof product);
     }
 }
 
