@@ -124,7 +124,7 @@ std::int64_t VXSwfMP3Info::FindFrameHeader(std::int64_t start, VXSwfMP3FrameHead
     const std::int64_t size = m_Length - start;
     const std::int64_t end = size - kHeaderSize;
     if (start < 0 || size < kHeaderSize) return -1;
-    if (m_Window == nullptr) m_Window.reset(new Window);
+    if (m_Window == nullptr) m_Window = std::make_unique_for_overwrite<Window>();
     for (std::int64_t position = start; position < end;) {
         const std::span<const unsigned char> bytes = m_Window->From(*Stream, position, kHeaderSize);
         if (bytes.size() < kHeaderSize) return -1;
@@ -217,14 +217,14 @@ unsigned int VXSwfMP3Info::FindFirstFrame() {
 
 bool VXSwfMP3Info::MeasureQuickly(unsigned int& samples) {
     if (Stream == nullptr) return false;
-    if (Block == nullptr) Block.reset(new unsigned char[kBlockSize]);
+    if (Block == nullptr) Block = std::make_unique_for_overwrite<unsigned char[]>(kBlockSize);
     const unsigned int frameSize = FindFirstFrame();
     if (frameSize == 0) return false;
     Bitrate = GetBitrate(frameSize);
     const int rate = Header.GetSampleRate();
     const auto msPerFrame = static_cast<float>((Header.IsMpeg1() ? 1152000.0 : 576000.0) / rate);
-    const auto frames = static_cast<float>(m_Length / frameSize);
-    const float duration = frames * msPerFrame;
+    const std::int64_t frames = m_Length / frameSize;
+    const float duration = static_cast<float>(frames) * msPerFrame;
     const auto durationMs = static_cast<std::uint64_t>(duration);
     samples = static_cast<unsigned int>(durationMs * static_cast<unsigned int>(rate) / 1000);
     return true;
