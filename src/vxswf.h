@@ -33,6 +33,7 @@
 #include "graphics/VXTwips.h"
 #include "media/CQuantizer.h"
 #include "media/VXFlintSoundInfo.h"
+#include "media/VXStandardColors.h"
 #include "media/VXSwfDefineBitsJpegTag.h"
 #include "media/VXSwfDefineBitsLossless2Tag.h"
 #include "media/VXSwfDefineButtonSoundTag.h"
