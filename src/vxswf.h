@@ -2,6 +2,9 @@
 
 // Everything that a host can use, in one include.
 
+#include "binding/BNDInitialize.h"
+#include "binding/BNDTypeEngine.h"
+#include "binding/CTYHandles.h"
 #include "bitstream/VXBitStream.h"
 #include "bitstream/VXByteBlock.h"
 #include "bitstream/VXPool.h"
@@ -42,6 +45,7 @@
 #include "media/VXSwfStartSoundTag.h"
 #include "platform/CVXStreamReadWrite.h"
 #include "platform/CVXTempFileStreamReadWrite.h"
+#include "platform/GetVXBndAddressProc.h"
 #include "platform/IVXComponent.h"
 #include "platform/IVXStream.h"
 #include "platform/KVMPointType.h"
@@ -52,6 +56,7 @@
 #include "platform/VXSizeNPositionData.h"
 #include "platform/VXString.h"
 #include "platform/VXTypes.h"
+#include "platform/typeengine/VXTypeEngineAPI.h"
 #include "scripting/VXFlintActionRecord.h"
 #include "scripting/VXFlintActionRecords.h"
 #include "scripting/VXSwfActionRecordContainer.h"
