@@ -52,6 +52,7 @@
 #include "platform/VXAssert.h"
 #include "platform/VXColor.h"
 #include "platform/VXExport.h"
+#include "platform/VXFontUtils.h"
 #include "platform/VXImage.h"
 #include "platform/VXSizeNPositionData.h"
 #include "platform/VXString.h"
