@@ -1,0 +1,152 @@
+#pragma once
+
+#include <memory>
+#include <new>
+#include <string>
+#include <utility>
+
+#include "platform/typeengine/VXFaceCache_p.h"
+#include "platform/typeengine/VXFontList_p.h"
+#include "platform/typeengine/VXHandleTable_p.h"
+#include "platform/typeengine/VXOutline_p.h"
+#include "platform/typeengine/VXTypeEngineAPI.h"
+
+extern const TYErrorRecord kVXBadHandle;
+extern const TYErrorRecord kVXBadParameter;
+extern const TYErrorRecord kVXBadFont;
+extern const TYErrorRecord kVXOutOfMemory;
+
+/// All state of the engine. It is made by the first request that needs it and ended by `TYTerminateProc`
+/// alone: a release that comes from a static's end finds it, or finds that it is gone.
+class VXTypeEngine {
+public:
+    static VXTypeEngine& Get();
+    /// Null while there is none.
+    static VXTypeEngine* Find();
+    static void Terminate();
+
+    /// Counts a new object and writes its handle.
+    template <class Handle>
+    TYError Add(std::unique_ptr<VXEngineObject> object, Handle* out) {
+        *out = static_cast<Handle>(handles.Add(std::move(object)));
+        return *out == Handle{} ? &kVXOutOfMemory : nullptr;
+    }
+    /// The list, made at the first request.
+    std::shared_ptr<const VXFontList> GetFonts();
+
+    VXHandleTable handles;
+    VXFaceCache faces;
+
+private:
+    std::shared_ptr<const VXFontList> m_Fonts;
+};
+
+/// Runs a step of the engine for a caller who cannot be thrown at.
+template <class Function>
+TYError VXRunStep(Function step) {
+    try {
+        return step(VXTypeEngine::Get());
+    } catch (const std::bad_alloc&) {
+        return &kVXOutOfMemory;
+    }
+}
+
+/// Writes nothing to an output that is asked for.
+template <class Output>
+void VXClear(Output* out) {
+    if (out != nullptr) *out = {};
+}
+
+/// A font without a size: one of the list, and what of its style is imitated.
+struct VXFontChoice {
+    std::shared_ptr<const VXFontRecord> record;
+    bool isEmboldened = false;
+    bool isSlanted = false;
+
+    TYStyle GetStyle() const {
+        return static_cast<TYStyle>(record->style | (isEmboldened ? kTYBold : kTYPlain) |
+                                    (isSlanted ? kTYItalic : kTYPlain));
+    }
+};
+
+// What handles stand for. Each keeps alive what it needs, so that the order of releases is free.
+
+struct VXFontSetObject : VXEngineObject {
+    static constexpr VXObjectKind kKind = VXObjectKind::FontSet;
+    explicit VXFontSetObject(std::shared_ptr<const VXFontList> fonts)
+        : VXEngineObject(kKind), list(std::move(fonts)) {}
+    std::shared_ptr<const VXFontList> list;
+};
+
+struct VXFamilyListObject : VXEngineObject {
+    static constexpr VXObjectKind kKind = VXObjectKind::FamilyList;
+    explicit VXFamilyListObject(std::shared_ptr<const VXFontList> fonts)
+        : VXEngineObject(kKind), list(std::move(fonts)) {}
+    std::shared_ptr<const VXFontList> list;
+};
+
+struct VXFamilyObject : VXEngineObject {
+    static constexpr VXObjectKind kKind = VXObjectKind::Family;
+    explicit VXFamilyObject(std::shared_ptr<const VXFontFamily> members)
+        : VXEngineObject(kKind), family(std::move(members)) {}
+    std::shared_ptr<const VXFontFamily> family;
+};
+
+struct VXFontDictObject : VXEngineObject {
+    static constexpr VXObjectKind kKind = VXObjectKind::FontDict;
+    explicit VXFontDictObject(VXFontChoice choice) : VXEngineObject(kKind), font(std::move(choice)) {}
+    VXFontChoice font;
+};
+
+struct VXStringObject : VXEngineObject {
+    static constexpr VXObjectKind kKind = VXObjectKind::String;
+    explicit VXStringObject(std::string characters) : VXEngineObject(kKind), text(std::move(characters)) {}
+    std::string text;
+};
+
+/// The one predefined encoding that there is.
+struct VXEncodingObject : VXEngineObject {
+    static constexpr VXObjectKind kKind = VXObjectKind::Encoding;
+    VXEncodingObject() : VXEngineObject(kKind) {}
+};
+
+struct VXFontInstanceObject : VXEngineObject {
+    static constexpr VXObjectKind kKind = VXObjectKind::FontInstance;
+    VXFontInstanceObject(VXFontChoice choice, std::shared_ptr<VXFace> opened, const TYMatrix& given)
+        : VXEngineObject(kKind), font(std::move(choice)), face(std::move(opened)), matrix(given) {}
+    VXFontChoice font;
+    std::shared_ptr<VXFace> face;  ///< never null
+    TYMatrix matrix;
+};
+
+/// One glyph. Its outline is decoded when it is first asked for.
+class VXTextObject : public VXEngineObject {
+public:
+    static constexpr VXObjectKind kKind = VXObjectKind::Text;
+    VXTextObject(const VXFontInstanceObject& instance, TYGlyphID wanted);
+
+    /// Null when the font file holds no sound outline for the glyph.
+    const VXOutline* GetOutline();
+    /// From the outline's units through the instance's matrix, then `matrix`.
+    VXTransform GetTransform(const TYMatrix& matrix) const {
+        return m_Transform.Then(VXTransform::Of(matrix));
+    }
+
+private:
+    enum class State : unsigned char { Unread, Sound, Damaged };
+
+    bool ReadOutline();
+
+    std::shared_ptr<VXFace> m_Face;
+    TYGlyphID m_Glyph;
+    bool m_IsEmboldened;
+    State m_State = State::Unread;
+    VXTransform m_Transform;
+    VXOutline m_Outline;
+};
+
+struct VXPathObject : VXEngineObject {
+    static constexpr VXObjectKind kKind = VXObjectKind::Path;
+    VXPathObject() : VXEngineObject(kKind) {}
+    VXPathEntries entries;
+};

@@ -1,0 +1,135 @@
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "EngineFixture.h"
+
+using namespace BND_NT_NMT;
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A machine on which only the fonts of one directory are installed.
+class VXFontFiles : public EngineFixture {
+protected:
+    void SetUp() override {
+        m_Serif = FileOf("DejaVu Serif");
+        const std::string plain = FileOf("DejaVu Sans"), bold = FileOf("DejaVu Sans Bold");
+        std::string name = (fs::temp_directory_path() / "vxfontsXXXXXX").string();
+        ASSERT_NE(mkdtemp(name.data()), nullptr);
+        m_Directory = name;
+        fs::create_directory(m_Directory / "fonts");
+        fs::copy_file(plain, m_Directory / "fonts/plain.ttf");
+        fs::copy_file(bold, m_Directory / "fonts/bold.ttf");
+        std::ofstream(m_Directory / "fonts.conf")
+            << "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\"><fontconfig><dir>"
+            << (m_Directory / "fonts").string() << "</dir><cachedir>" << (m_Directory / "cache").string()
+            << "</cachedir></fontconfig>";
+        setenv("FONTCONFIG_FILE", (m_Directory / "fonts.conf").c_str(), 1);
+        EngineFixture::SetUp();
+    }
+    void TearDown() override {
+        EngineFixture::TearDown();
+        unsetenv("FONTCONFIG_FILE");
+        fs::remove_all(m_Directory);
+    }
+
+    fs::path Plain() const { return m_Directory / "fonts/plain.ttf"; }
+
+    fs::path m_Directory;
+    fs::path m_Serif;
+};
+
+}  // namespace
+
+TEST_F(VXFontFiles, TheListIsMadeOnceAndDroppedWithTheEngine) {
+    EXPECT_EQ(TYFamilyListGetNumFams(TYFamilyListNewList(TYFontSetNew())), 1);
+    fs::copy_file(m_Serif, m_Directory / "fonts/serif.ttf");
+    EXPECT_EQ(TYFamilyListGetNumFams(TYFamilyListNewList(TYFontSetNew())), 1);
+    VX_ENGINE(TYTerminateProc)();
+    EXPECT_EQ(TYFamilyListGetNumFams(TYFamilyListNewList(TYFontSetNew())), 2);
+}
+
+TEST_F(VXFontFiles, AFontThatIsGoneIsListedAndHasNothing) {
+    const CTYFontDict font = Font("DejaVu Sans");
+    fs::remove(Plain());
+    EXPECT_FALSE(Font("DejaVu Sans").IsEmpty());
+    EXPECT_TRUE(Instance(font).IsEmpty());
+    float first = 9, second = 9, third = 9;
+    TYFontDictGetHorizontalMetrics(font, first, second, third);
+    EXPECT_EQ(first + second + third, 0.0F);
+
+    ASSERT_EQ(mkfifo(Plain().c_str(), 0600), 0);
+    EXPECT_TRUE(Instance(font).IsEmpty()) << "and nobody waits for a pipe";
+    fs::remove(Plain());
+    fs::create_directory(Plain());
+    EXPECT_TRUE(Instance(font).IsEmpty());
+    EXPECT_FALSE(Instance(Font("DejaVu Sans Bold")).IsEmpty());
+}
+
+TEST_F(VXFontFiles, AnInstanceOutlivesItsFile) {
+    const CTYFontInstance instance = Instance(Font("DejaVu Sans"));
+    fs::resize_file(Plain(), 100);
+    EXPECT_EQ(Width(instance, u'A'), 1401 / 2.0F) << "nothing of the file is mapped";
+    EXPECT_GT(Box(instance, u'A').right, 0.0F);
+}
+
+TEST_F(VXFontFiles, ATruncatedOrDamagedFontBreaksNothing) {
+    const CTYFontDict font = Font("DejaVu Sans");
+    std::ifstream in(Plain(), std::ios::binary);
+    const std::string whole((std::istreambuf_iterator<char>(in)), {});
+    ASSERT_GT(whole.size(), 100000U);
+    for (int i = 0; i < 24; ++i) {
+        std::string bytes = whole;
+        if (i % 2 == 0) {
+            bytes.resize(whole.size() * static_cast<std::size_t>(i) / 24);
+        } else {
+            for (std::size_t at = static_cast<std::size_t>(i) * 7; at < bytes.size(); at += 4099) {
+                bytes[at] = static_cast<char>(bytes[at] ^ (1 << (i % 8)));
+            }
+        }
+        std::ofstream(Plain(), std::ios::binary | std::ios::trunc) << bytes;
+        VX_ENGINE(TYTerminateProc)();
+        const CTYFontInstance instance = Instance(Font("DejaVu Sans"));
+        for (char16_t character = 0x20; character < 0x180; ++character) {
+            const TYBox box = Box(instance, character);
+            EXPECT_TRUE(box.left <= box.right && box.top <= box.bottom);
+            EXPECT_GE(std::abs(Width(instance, character)), 0.0F);
+        }
+    }
+}
+
+TEST_F(VXFontFiles, ThereMayBeNoFonts) {
+    fs::remove_all(m_Directory / "fonts");
+    const CTYFamilyList list = TYFamilyListNewList(TYFontSetNew());
+    EXPECT_FALSE(list.IsEmpty());
+    EXPECT_EQ(TYFamilyListGetNumFams(list), 0);
+    EXPECT_TRUE(TYFamilyListGetNthFamily(list, 0).IsEmpty());
+}
+
+TEST(VXFaceCache, InstancesKeepMoreFacesThanTheCacheDoes) {
+    BNDInitialize(GetVXBndAddressProc());
+    {
+        std::vector<CTYFontInstance> instances;
+        std::vector<float> widths;
+        const CTYFamilyList list = TYFamilyListNewList(TYFontSetNew());
+        const CTYEncoding encoding = TYEncodingNewFromPreDefEncoding(13);
+        for (int i = 0; i < TYFamilyListGetNumFams(list); ++i) {
+            const CTYFamily family = TYFamilyListGetNthFamily(list, i);
+            for (int k = 0; k < TYFamilyGetNumFonts(family); ++k) {
+                instances.push_back(
+                    TYFontInstanceNewFontInstance(TYFamilyGetNthFont(family, k), {}, encoding));
+                widths.push_back(TYFontInstanceGetWidth(instances.back(), 5));
+            }
+        }
+        for (std::size_t i = 0; i < instances.size(); ++i) {
+            EXPECT_EQ(TYFontInstanceGetWidth(instances[i], 5), widths[i]);
+        }
+    }
+    EXPECT_EQ(VX_ENGINE(TYTestLiveHandleCount)(), 0);
+    BNDTerminate();
+}
