@@ -74,6 +74,7 @@
 #include "text/VXSwfCSMTextSettingTag.h"
 #include "text/VXSwfDefineEditTextTag.h"
 #include "text/VXSwfDefineFontNameTag.h"
+#include "text/VXWinFontData.h"
 #include "timeline/VXFlintButtonCondAction.h"
 #include "timeline/VXFlintButtonRecord.h"
 #include "timeline/VXFlintClipActions.h"
