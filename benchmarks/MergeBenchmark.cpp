@@ -1,6 +1,5 @@
 // Merges beside a load and a dump of the movie that is merged, each in a process of its own.
 
-#include <cstdlib>
 #include <vector>
 
 #include "support/ColdRun.h"
@@ -10,10 +9,6 @@
 namespace {
 
 constexpr unsigned int kSpriteId = 65535;
-
-void Require(bool holds) {
-    if (!holds) std::abort();
-}
 
 void AppendWord(std::vector<unsigned char>& bytes, unsigned int word) {
     bytes.push_back(static_cast<unsigned char>(word));

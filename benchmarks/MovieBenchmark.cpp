@@ -1,58 +1,15 @@
 // Loads and dumps of raw movies, each in a process of its own, against `TagCopy`.
 
-#include <cstdlib>
-
-#include "support/ColdRun.h"
-#include "support/MovieFile.h"
-#include "vxswf.h"
+#include "support/MovieWork.h"
 
 namespace {
 
-enum class From { kFile, kMemory };
-
-void Require(bool holds) {
-    if (!holds) std::abort();
-}
-
-ColdWork CopyOf(const MovieFile& movie) {
-    return [&movie](ColdClock& clock) {
-        const std::vector<unsigned char> bytes = movie.Read();
-        clock.Start();
-        benchmark::DoNotOptimize(TagCopy(bytes.data(), bytes.size()));
-        clock.Stop();
-    };
-}
-
-/// A load, and a dump into memory where asked.
-ColdWork LoadOf(const MovieFile& movie, From from, bool isDumped) {
-    return [&movie, from, isDumped](ColdClock& clock) {
-        VXFlintFile file;
-        VXBitStream dumped;
-        if (from == From::kFile) {
-            clock.Start();
-            CVXStreamReadWrite source(movie.GetPath(), CVXStreamReadWrite::kOpenExisting);
-            Require(file.LoadFromStream(&source) == kVXSuccess);
-        } else {
-            const std::vector<unsigned char> bytes = movie.Read();
-            VXBitStream in;
-            in.LoadFromAllocedMem(bytes.data(), static_cast<unsigned int>(bytes.size()));
-            clock.Start();
-            Require(file.LoadFromStream(in) == kVXSuccess);
-        }
-        if (isDumped) Require(file.DumpToStream(dumped) == kVXSuccess);
-        clock.Stop();
-        Require(!isDumped || dumped.GetSize() == movie.GetSize());
-    };
-}
-
 void SmallTags(benchmark::State& state, From from, bool isDumped) {
-    const MovieFile movie = MovieFile::OfSmallTags(600000);
-    CompareCold(state, CopyOf(movie), LoadOf(movie, from, isDumped), movie.GetSize());
+    CompareWithCopy(state, MovieFile::OfSmallTags(600000), from, isDumped);
 }
 
 void LargeTags(benchmark::State& state, From from, bool isDumped) {
-    const MovieFile movie = MovieFile::OfLargeTags(256, 256 * 1024, false);
-    CompareCold(state, CopyOf(movie), LoadOf(movie, from, isDumped), movie.GetSize());
+    CompareWithCopy(state, MovieFile::OfLargeTags(256, 256 * 1024, false), from, isDumped);
 }
 
 }  // namespace

@@ -44,6 +44,12 @@ double Median(std::vector<double> values) {
 
 }  // namespace
 
+void Require(bool holds) {
+    if (holds) return;
+    std::perror("benchmark");
+    std::abort();
+}
+
 ColdClock::ColdClock() : m_Begin(Now()), m_BytesAtStart(StatusBytes("VmRSS:")) {}
 
 void ColdClock::Start() {

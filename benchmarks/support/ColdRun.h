@@ -5,6 +5,9 @@
 #include <cstddef>
 #include <functional>
 
+/// Ends the program when a step of a benchmark failed.
+void Require(bool holds);
+
 /// The clock of one measured run. What is to be timed stands between `Start` and `Stop`; without a call the whole
 /// run counts.
 class ColdClock {

@@ -30,12 +30,6 @@ private:
     std::uint64_t m_State = 7;
 };
 
-void Require(bool holds) {
-    if (holds) return;
-    std::perror("benchmark");
-    std::abort();
-}
-
 }  // namespace
 
 MovieFile::MovieFile(const std::function<std::vector<unsigned char>()>& make) {
