@@ -19,6 +19,7 @@
 #include "shapes/VXSwfDefineShapeTag.h"
 #include "text/VXSwfCSMTextSettingTag.h"
 #include "text/VXSwfDefineEditTextTag.h"
+#include "text/VXSwfDefineFont2Tag.h"
 #include "text/VXSwfDefineFontNameTag.h"
 #include "timeline/VXSwfDefineBinaryDataTag.h"
 #include "timeline/VXSwfDefineButton2Tag.h"
@@ -83,6 +84,7 @@ constexpr VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEEDITTEXT, Make<VXSwfDefineEditTextTag>, Make<VXSwfDefineEditTextTag>},
     {TAG_DEFINESPRITE, Make<VXSwfDefineSpriteTag>, Make<VXSwfDefineSpriteTag>},
     {TAG_DEFINEMORPHSHAPE, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINEFONT2, Make<VXSwfDefineFont2Tag>, MakeRaw},
     {TAG_EXPORTASSETS, Make<VXSwfExportAssetsTag>, Make<VXSwfExportAssetsTag>},
     {TAG_DOINITACTION, Make<VXSwfDoInitActionTag>, Make<VXSwfDoInitActionTag>},
     {TAG_DEFINEVIDEOSTREAM, Make<VXSwfDefinitionTag>, MakeRaw},
@@ -92,6 +94,7 @@ constexpr VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_PLACEOBJECT3, Make<VXSwfPlaceObject3Tag>, Make<VXSwfPlaceObject3Tag>},
     {TAG_DEFINEFONTALIGNZONES, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_CSMTEXTSETTINGS, Make<VXSwfCSMTextSettingTag>, MakeRaw},
+    {TAG_DEFINEFONT3, Make<VXSwfDefineFont2Tag>, MakeRaw},
     {TAG_SYMBOLCLASS, Make<VXSwfSymbolClassTag>, Make<VXSwfSymbolClassTag>},
     {TAG_DOABC, Make<VXSwfDoABCTag>, MakeRaw},
     {TAG_DEFINESHAPE4, Make<VXSwfDefineShapeTag>, Make<VXSwfDefineShapeTag>},

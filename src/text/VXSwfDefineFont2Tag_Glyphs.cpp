@@ -1,0 +1,111 @@
+#include <algorithm>
+#include <utility>
+
+#include "binding/BNDTypeEngine.h"
+#include "graphics/VXTwips.h"
+#include "text/VXFontPublishManager.h"
+#include "text/VXSwfDefineFont2Tag.h"
+
+using namespace BND_NT_NMT;
+
+namespace {
+
+constexpr float kUnitsPerEm = 1024.0f;
+constexpr int kPathCapacity = 1024;
+
+/// Keeps the low 16 bits of what 32 bits hold.
+short Truncate16(VXReal value) { return static_cast<short>(VXTruncate(value)); }
+
+bool HasOutline(char16_t c) { return c != u'\n' && c != u'\r' && c != u'\t'; }
+
+/// Around every point, controls included; empty around none.
+VXFlintRectangle BoundsOf(unsigned int count, const float* points) {
+    VXFlintRectangle bounds;
+    if (count == 0) return bounds;
+    bounds.Set(VXReal{points[0]}, VXReal{points[1]}, VXReal{points[0]}, VXReal{points[1]});
+    for (std::size_t i = 1; i < count; ++i) {
+        const VXReal x = points[2 * i];
+        const VXReal y = points[2 * i + 1];
+        bounds.XMin = std::min(bounds.XMin, x);
+        bounds.XMax = std::max(bounds.XMax, x);
+        bounds.YMin = std::min(bounds.YMin, y);
+        bounds.YMax = std::max(bounds.YMax, y);
+    }
+    return bounds;
+}
+
+/// Appends the outline of a character at 1024 units to the em, and stores its bounds. Both stay as they are where
+/// there is no engine.
+void AddOutline(VXFlintShape& shape, unsigned short c, float em, const CTYFontDict& font, VXString& fontName,
+                VXFlintRectangle& bounds) {
+    CGFMSharedBezierPath path = GFMNewSharedBezierPath(kPathCapacity);
+    VXFontPublishManager::GetTextOutlines(c, 1.0f, 1.0f, path, font, fontName);
+    unsigned int count = 0;
+    float* points = nullptr;
+    KVMPointType* kinds = nullptr;
+    GFMSharedBezierPathGetState(path, count, points, kinds);
+    if (points == nullptr || kinds == nullptr) return;
+    // Kept: every glyph stands a tenth of the em further left than the font has it.
+    const auto shift = static_cast<float>(em * -0.1);
+    for (std::size_t i = 0; i < count; ++i) points[2 * i] += shift;
+    bounds = BoundsOf(count, points);
+    shape.ShapeRecords.Records.reserve(count / 2 + 2);  // three entries make a curve, one a line
+    shape.CreateShapeFromPathData(count, points, kinds);
+}
+
+}  // namespace
+
+void VXSwfDefineFont2Tag::UpdateForGlyphFont() {
+    std::sort(m_GlyphText.begin(), m_GlyphText.end());
+    const auto end = std::unique(m_GlyphText.begin(), m_GlyphText.end());
+    m_GlyphText.truncate(static_cast<std::size_t>(end - m_GlyphText.begin()));
+    m_NumGlyphs = static_cast<unsigned short>(m_GlyphText.size());
+}
+
+void VXSwfDefineFont2Tag::FillDefineFont2Tables(VXBitStream& outlines) {
+    if (m_FontKind != kGlyphFont) return;
+    const std::size_t count = m_GlyphText.size();
+    CTYFontInstance instance = VXFontPublishManager::GetFontInstance(m_FontName, m_Bold == 1, m_Italic == 1);
+    const CTYFontDict font = TYFontInstanceGetFont(instance);
+    const float em = TYFontInstanceGetMatrix(instance).d;
+    float rise = 0.0f;
+    float fall = 0.0f;
+    float gap = 0.0f;
+    TYFontDictGetHorizontalMetrics(font, rise, fall, gap);
+    float unused = 0.0f;
+    float leading = 0.0f;
+    VXFontPublishManager::GetWinFontData(m_FontName, kUnitsPerEm, unused, leading);
+    // Kept: the ascent is the whole em, whatever the font's own.
+    m_Ascent = Truncate16(em);
+    m_Descent = Truncate16(em * fall);
+    m_Leading = Truncate16(leading);
+
+    VXFlintRectangle bounds;
+    bounds.XMax = kUnitsPerEm;
+    bounds.YMax = m_Ascent + m_Descent + Truncate16(em * gap);
+    m_GlyphShapes.clear();
+    m_OffsetTable.clear();
+    m_BoundsTable.clear();
+    // Kept: codes and advances stay and grow, so a dump after the first has the old entries in front.
+    m_GlyphShapes.reserve(count);
+    m_OffsetTable.reserve(count);
+    m_BoundsTable.reserve(count);
+    unsigned int offset = (m_WideOffsets != 0 ? 4u : 2u) * (static_cast<unsigned int>(count) + 1);
+    for (const char16_t c : m_GlyphText) {
+        VXFlintShape shape;
+        shape.NumFillBits = 1;
+        shape.ShapeRecords.NumFillBits = 1;
+        shape.AddChangeToGlyphShape(0.0f, 0.0f, true);
+        m_AdvanceTable.push_back(static_cast<short>(VXToTwips(VXFontPublishManager::CharWidth(c, instance))));
+        m_CodeTable.push_back(c);
+        if (HasOutline(c)) AddOutline(shape, c, em, font, m_FontName, bounds);
+        shape.AddEndShapeRecord();
+        m_OffsetTable.push_back(offset);
+        const unsigned int start = outlines.GetPosition();
+        DumpShape(shape, outlines);
+        offset += outlines.GetPosition() - start;
+        m_GlyphShapes.push_back(std::move(shape));
+        // Kept: a tab or a line break has the bounds of the glyph before it.
+        m_BoundsTable.push_back(bounds);
+    }
+}
