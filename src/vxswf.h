@@ -76,6 +76,8 @@
 #include "text/VXSwfDefineEditTextTag.h"
 #include "text/VXSwfDefineFont2Tag.h"
 #include "text/VXSwfDefineFontNameTag.h"
+#include "text/VXSwfDefineTextTag.h"
+#include "text/VXSwfTextStyleChangeRecord.h"
 #include "text/VXWinFontData.h"
 #include "timeline/VXFlintButtonCondAction.h"
 #include "timeline/VXFlintButtonRecord.h"

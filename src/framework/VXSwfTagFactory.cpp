@@ -21,6 +21,7 @@
 #include "text/VXSwfDefineEditTextTag.h"
 #include "text/VXSwfDefineFont2Tag.h"
 #include "text/VXSwfDefineFontNameTag.h"
+#include "text/VXSwfDefineTextTag.h"
 #include "timeline/VXSwfDefineBinaryDataTag.h"
 #include "timeline/VXSwfDefineButton2Tag.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
@@ -66,6 +67,7 @@ constexpr VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_DEFINEBUTTON, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_SETBACKGROUNDCOLOR, Make<VXSwfSetBackgroundColorTag>, MakeRaw},
     {TAG_DEFINEFONT, Make<VXSwfDefinitionTag>, MakeRaw},
+    {TAG_DEFINETEXT, Make<VXSwfDefineTextTag>, Make<VXSwfDefineTextTag>},
     {TAG_DOACTION, Make<VXSwfDoActionTag>, Make<VXSwfDoActionTag>},
     {TAG_DEFINEFONTINFO, Make<VXSwfDefinitionTag>, MakeRaw},
     {TAG_DEFINESOUND, Make<VXSwfDefineSoundTag>, MakeRaw},
@@ -78,6 +80,7 @@ constexpr VXSwfTagFactory::Row VXSwfTagFactory::kRows[] = {
     {TAG_PLACEOBJECT2, Make<VXSwfPlaceObject2Tag>, Make<VXSwfPlaceObject2Tag>},
     {TAG_REMOVEOBJECT2, Make<VXSwfRemoveObjectTag>, Make<VXSwfRemoveObjectTag>},
     {TAG_DEFINESHAPE3, Make<VXSwfDefineShapeTag>, Make<VXSwfDefineShapeTag>},
+    {TAG_DEFINETEXT2, Make<VXSwfDefineTextTag>, Make<VXSwfDefineTextTag>},
     {TAG_DEFINEBUTTON2, Make<VXSwfDefineButton2Tag>, Make<VXSwfDefineButton2Tag>},
     {TAG_DEFINEBITSJPEG3, Make<VXSwfDefineBitsJpegTag>, MakeRaw},
     {TAG_DEFINEBITSLOSSLESS2, Make<VXSwfDefineBitsLossless2Tag>, MakeRaw},

@@ -1,0 +1,93 @@
+#include "text/VXSwfTextStyleChangeRecord.h"
+
+#include "graphics/VXTwips.h"
+
+namespace {
+
+/// What a negative advance is short of behind its sign, in 32 bits.
+unsigned int SignWeight(unsigned int valueBits) { return valueBits < 32 ? 1u << valueBits : 0; }
+
+VXErrorCodeEnum ReadAdvance(VXBitStream& in, unsigned int bits, int& advance) {
+    advance = 0;
+    if (bits == 0) return kVXSuccess;
+    unsigned int sign = 0;
+    unsigned int value = 0;
+    VX_RETURN_IF_FAILED(in.ReadBits(1, sign));
+    VX_RETURN_IF_FAILED(in.ReadBits(bits - 1, value));
+    advance = static_cast<int>(sign != 0 ? value - SignWeight(bits - 1) : value);
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum WriteAdvance(VXBitStream& out, unsigned int bits, int advance) {
+    if (bits == 0) return kVXSuccess;
+    const unsigned int sign = advance < 0 ? 1 : 0;
+    const auto value = static_cast<unsigned int>(advance);
+    VX_RETURN_IF_FAILED(out.WriteBits(sign, 1));
+    return out.WriteBits(sign != 0 ? value + SignWeight(bits - 1) : value, bits - 1);
+}
+
+}  // namespace
+
+VXSwfTextStyleChangeRecord::~VXSwfTextStyleChangeRecord() = default;
+
+VXErrorCodeEnum VXSwfTextStyleChangeRecord::LoadFromStream(VXBitStream& in) {
+    in.ByteAlignSBits();
+    unsigned int type = 0;
+    unsigned int reserved = 0;
+    VX_RETURN_IF_FAILED(in.ReadBits(1, type));
+    VX_RETURN_IF_FAILED(in.ReadBits(3, reserved));
+    m_StyleFlagsReserved = static_cast<unsigned char>(reserved);
+    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_HasFont));
+    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_HasColor));
+    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_HasYOffset));
+    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_HasXOffset));
+    if ((type | reserved) == 0 && (m_HasFont | m_HasColor | m_HasYOffset | m_HasXOffset) == 0)
+        return kVXFailure;
+    if (m_HasFont != 0) VX_RETURN_IF_FAILED(in.ReadWord(m_FontId));
+    if (m_HasColor != 0) VX_RETURN_IF_FAILED(m_Color.LoadFromStream(in));
+    if (m_HasXOffset != 0) VX_RETURN_IF_FAILED(in.ReadWord(m_XOffset));
+    if (m_HasYOffset != 0) VX_RETURN_IF_FAILED(in.ReadWord(m_YOffset));
+    if (m_HasFont != 0) {
+        unsigned short height = 0;
+        VX_RETURN_IF_FAILED(in.ReadWord(height));
+        m_TextHeight = static_cast<unsigned short>(VXFromTwips(height));
+    }
+    VXIgnore(in.ReadByte(m_GlyphCount));  // Kept: as the index below
+    m_GlyphEntries.reserve(m_GlyphEntries.size() + m_GlyphCount);
+    for (unsigned int i = 0; i < m_GlyphCount; ++i) {
+        VXFlintGlyphEntry entry;
+        VXIgnore(in.ReadBits(m_GlyphBits, entry.m_GlyphIndex));
+        VX_RETURN_IF_FAILED(ReadAdvance(in, m_AdvanceBits, entry.m_GlyphAdvance));
+        m_GlyphEntries.push_back(entry);
+    }
+    return kVXSuccess;
+}
+
+VXErrorCodeEnum VXSwfTextStyleChangeRecord::DumpToStream(VXBitStream& out) const {
+    VX_RETURN_IF_FAILED(out.WriteBits(1, 1));
+    VX_RETURN_IF_FAILED(out.WriteBits(m_StyleFlagsReserved, 3));
+    VX_RETURN_IF_FAILED(out.WriteVXBool16(m_HasFont));
+    VX_RETURN_IF_FAILED(out.WriteVXBool16(m_HasColor));
+    VX_RETURN_IF_FAILED(out.WriteVXBool16(m_HasYOffset));
+    VX_RETURN_IF_FAILED(out.WriteVXBool16(m_HasXOffset));
+    if (m_HasFont != 0) VX_RETURN_IF_FAILED(out.WriteWord(m_FontId));
+    if (m_HasColor != 0) VX_RETURN_IF_FAILED(m_Color.DumpToStream(out));
+    if (m_HasXOffset != 0) VX_RETURN_IF_FAILED(out.WriteWord(m_XOffset));
+    if (m_HasYOffset != 0) VX_RETURN_IF_FAILED(out.WriteWord(m_YOffset));
+    if (m_HasFont != 0) {
+        VX_RETURN_IF_FAILED(out.WriteWord(static_cast<unsigned short>(VXToTwips(m_TextHeight))));
+    }
+    VX_RETURN_IF_FAILED(out.WriteByte(m_GlyphCount));
+    for (unsigned int i = 0; i < m_GlyphCount; ++i) {
+        const VXFlintGlyphEntry entry = i < m_GlyphEntries.size() ? m_GlyphEntries[i] : VXFlintGlyphEntry();
+        VX_RETURN_IF_FAILED(out.WriteBits(entry.m_GlyphIndex, m_GlyphBits));
+        VX_RETURN_IF_FAILED(WriteAdvance(out, m_AdvanceBits, entry.m_GlyphAdvance));
+    }
+    return kVXSuccess;
+}
+
+void VXSwfTextStyleChangeRecord::UpdateReferenceIDs(VXFlintIDMap* map) {
+    if (map == nullptr || m_HasFont == 0 || m_FontId == 0) return;
+    const unsigned short newId = map->GetNewId(m_FontId);
+    if (newId != 0) m_FontId = newId;
+}
