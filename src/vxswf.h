@@ -15,6 +15,7 @@
 #include "framework/VXFlintIDMap.h"
 #include "framework/VXSwfControlTag.h"
 #include "framework/VXSwfDefinitionTag.h"
+#include "framework/VXSwfParserComponent.h"
 #include "framework/VXSwfTag.h"
 #include "framework/VXSwfTagFactory.h"
 #include "framework/VXSwfTagSet.h"

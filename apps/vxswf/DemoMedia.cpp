@@ -14,7 +14,6 @@ constexpr int kPhotoWidth = 96;
 constexpr int kPhotoHeight = 64;
 
 constexpr unsigned char kPlay = 0x06;
-constexpr unsigned char kStop = 0x07;
 
 /// Rings that fade out towards the corners.
 VXImage MakeRings() {
@@ -124,13 +123,7 @@ void AddDemoMedia(DemoStage& stage) {
     auto& chime = stage.Define<VXSwfDefineSoundTag>(VXSwfTagFactory::TAG_DEFINESOUND);
     chime.IncludeMP3Sound(&bytes, 0);
     stage.Place(AddButton(stage, chime.GetCharacterId()), 260, 420);
-    stage.AddScript({kStop});
+    stage.AddScript({DemoStage::kStop});
     stage.Add<VXSwfStartSoundTag>(VXSwfTagFactory::TAG_STARTSOUND).StartSound(chime.GetCharacterId());
-    stage.EndFrame();
-    // The second frame has a veil over the first.
-    Shape& veil = stage.Define<Shape>(VXSwfTagFactory::TAG_DEFINESHAPE3);
-    veil.CreateRectangle(0, 0, 640, 400, VXFlintRGB(0x1D, 0x35, 0x57, 1, 160));
-    stage.Place(veil, 0, 0);
-    stage.AddScript({kStop});
     stage.EndFrame();
 }

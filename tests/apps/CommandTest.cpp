@@ -288,7 +288,7 @@ TEST_F(Command, DemoBuildsAMovieThatComesBackAsItIs) {
               "");
     EXPECT_EQ(ReadFile(At("a.swf"))[0], 'C');
     EXPECT_EQ(ReadFile(At("b.swf")), ReadFile(At("c.swf")));
-    // Parsed, everything but the button keeps its bytes, too: what this library writes is what it would write again.
+    // Parsed, everything but the button keeps its bytes too: what this library writes is what it would write again.
     ExpectRun("vxswf copy b.swf c.swf", 0, "");
     const auto plain = ReadFile(At("b.swf"));
     const auto copied = ReadFile(At("c.swf"));
@@ -296,6 +296,8 @@ TEST_F(Command, DemoBuildsAMovieThatComesBackAsItIs) {
     std::size_t numDifferent = 0;
     for (std::size_t i = 0; i < plain.size(); ++i) numDifferent += plain[i] != copied[i] ? 1 : 0;
     EXPECT_EQ(numDifferent, 1u) << "the low byte of the offset to the button's conditions";
+    ExpectRun("vxswf demo --font 'No Such Font' d.swf", 0, "");
+    EXPECT_LT(ReadFile(At("d.swf")).size(), ReadFile(At("a.swf")).size()) << "glyphs without outlines";
 }
 
 TEST_F(Command, ExamplesRun) {

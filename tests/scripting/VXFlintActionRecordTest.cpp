@@ -90,7 +90,7 @@ TEST(VXFlintActionRecord, CopiesShareAndClonesDoNot) {
     Record record = PushOf(Hex("AABB"));
     Record copy(record);
     EXPECT_EQ(copy.m_ActionData, static_cast<unsigned char*>(record.m_ActionData));
-    copy = copy;
+    copy = static_cast<const Record&>(copy);
     const std::unique_ptr<Record> clone(record.Copy());
     record.m_ActionData[0] = 0x11;
     EXPECT_EQ(Dumped(copy), Hex("96 0200 11BB"));
