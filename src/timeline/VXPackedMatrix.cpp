@@ -10,6 +10,9 @@ bool IsFlag(short value) { return value == 0 || value == 1; }
 
 bool IsByte(unsigned int value) { return value <= 0xFF; }
 
+/// Cheaper than a rounding, and the same for whole twips.
+int NearestTwips(VXReal pixels) { return VXTruncate(pixels * kVXTwipsPerPixel + std::copysign(0.5, pixels)); }
+
 bool IsWholeTwips(VXReal pixels, int twips) {
     return VXFromTwips(twips) == pixels && !(twips == 0 && std::signbit(pixels));
 }
@@ -33,22 +36,26 @@ VXFlintMatrix VXPackedMatrix::Get() const {
 }
 
 bool VXPackedMatrix::Set(const VXFlintMatrix& matrix) {
-    const int x = VXToTwips(matrix.TranslateX);
-    const int y = VXToTwips(matrix.TranslateY);
+    const int x = NearestTwips(matrix.TranslateX);
+    const int y = NearestTwips(matrix.TranslateY);
     const bool fits = IsFlag(matrix.HasScale) && IsFlag(matrix.HasRotate) && IsByte(matrix.NScaleBits) &&
                       IsByte(matrix.NRotateBits) && IsByte(matrix.NTranslateBits) &&
                       IsWholeTwips(matrix.TranslateX, x) && IsWholeTwips(matrix.TranslateY, y);
     if (!fits) return false;
     m_HasScale = matrix.HasScale != 0;
     m_HasRotate = matrix.HasRotate != 0;
-    m_NScaleBits = static_cast<unsigned char>(matrix.NScaleBits);
     m_ScaleX = matrix.ScaleX;
     m_ScaleY = matrix.ScaleY;
-    m_NRotateBits = static_cast<unsigned char>(matrix.NRotateBits);
     m_RotateSkew0 = matrix.RotateSkew0;
     m_RotateSkew1 = matrix.RotateSkew1;
-    m_NTranslateBits = static_cast<unsigned char>(matrix.NTranslateBits);
     m_TwipsX = x;
     m_TwipsY = y;
+    SetWidths(matrix);
     return true;
+}
+
+void VXPackedMatrix::SetWidths(const VXFlintMatrix& matrix) {
+    m_NScaleBits = static_cast<unsigned char>(matrix.NScaleBits);
+    m_NRotateBits = static_cast<unsigned char>(matrix.NRotateBits);
+    m_NTranslateBits = static_cast<unsigned char>(matrix.NTranslateBits);
 }

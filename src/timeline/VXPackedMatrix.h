@@ -10,6 +10,8 @@ public:
     VXFlintMatrix Get() const;
     /// False, and nothing changes, when a host made the matrix into one that does not fit.
     bool Set(const VXFlintMatrix& matrix);
+    /// Takes over nothing but the three widths, as a dump of the matrix leaves them.
+    void SetWidths(const VXFlintMatrix& matrix);
 
 private:
     int m_ScaleX = 0;

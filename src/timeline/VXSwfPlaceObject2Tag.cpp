@@ -6,7 +6,7 @@
 #include "platform/VXSizeNPositionData.h"
 
 // The dearest line of a timeline of a million placements.
-static_assert(sizeof(void*) != 8 || sizeof(VXSwfPlaceObject2Tag) <= 136);
+static_assert(sizeof(void*) != 8 || sizeof(VXSwfPlaceObject2Tag) <= 120);
 
 namespace {
 
@@ -53,7 +53,7 @@ unsigned char VXSwfPlaceObject2Tag::GetFlags() const {
 void VXSwfPlaceObject2Tag::DeriveFlags() {
     if (CharacterId != 0) HasCharacter = 1;
     HasName = Name.empty() ? 0 : 1;
-    if (ClipActions.Read().IsNonEmpty() != 0) HasClipActions = 1;
+    if (Extras.Read().ClipActions.Read().IsNonEmpty() != 0) HasClipActions = 1;
 }
 
 VXErrorCodeEnum VXSwfPlaceObject2Tag::LoadDataFromStream(VXBitStream& in) {
@@ -66,7 +66,7 @@ VXErrorCodeEnum VXSwfPlaceObject2Tag::LoadDataFromStream(VXBitStream& in) {
     if (HasClipDepth != 0) VX_RETURN_IF_FAILED(in.ReadWord(ClipDepth));
     if (HasClipActions == 0) return kVXSuccess;
     if (GetFLVersion() < kFirstVersionWithRawActions) {
-        return ClipActions.Get().LoadFromStream(in, GetFLVersion());
+        return GetClipActions().LoadFromStream(in, GetFLVersion());
     }
     unsigned int size = in.GetRemaining();
     RawClipActions = VXByteBlock::Allocate(size);
@@ -89,26 +89,29 @@ VXErrorCodeEnum VXSwfPlaceObject2Tag::LoadAppearance(VXBitStream& in) {
         StoreMatrix(matrix);
         VX_RETURN_IF_FAILED(result);
     }
-    if (HasColorTransform != 0) VX_RETURN_IF_FAILED(CxForm.Get().LoadFromStream(in));
+    if (HasColorTransform != 0) VX_RETURN_IF_FAILED(GetCxForm().LoadFromStream(in));
     if (HasRatio != 0) VX_RETURN_IF_FAILED(in.ReadWord(Ratio));
     return HasName != 0 ? in.ReadVXString(Name) : kVXSuccess;
 }
 
 VXErrorCodeEnum VXSwfPlaceObject2Tag::DumpAppearance(VXBitStream& body) {
-    if (HasMatrix != 0) {
-        VXFlintMatrix matrix = GetMatrix();
-        const VXErrorCodeEnum result = matrix.DumpToStream(body);
-        StoreMatrix(matrix);  // the widths that were written
-        VX_RETURN_IF_FAILED(result);
-    }
-    if (HasColorTransform != 0) VX_RETURN_IF_FAILED(CxForm.Read().DumpToStream(body));
+    if (HasMatrix != 0) VX_RETURN_IF_FAILED(DumpMatrix(body));
+    if (HasColorTransform != 0) VX_RETURN_IF_FAILED(Extras.Read().CxForm.DumpToStream(body));
     if (HasRatio != 0) VX_RETURN_IF_FAILED(body.WriteWord(Ratio));
     return HasName != 0 ? body.WriteVXString(Name) : kVXSuccess;
 }
 
+VXErrorCodeEnum VXSwfPlaceObject2Tag::DumpMatrix(VXBitStream& body) {
+    if (HasUnusualMatrix()) return Extras.Get().UnusualMatrix.Get().DumpToStream(body);
+    VXFlintMatrix matrix = Matrix.Get();
+    const VXErrorCodeEnum result = matrix.DumpToStream(body);
+    Matrix.SetWidths(matrix);
+    return result;
+}
+
 VXErrorCodeEnum VXSwfPlaceObject2Tag::DumpClipActions(VXBitStream& body) const {
     if (HasClipActions == 0) return kVXSuccess;
-    if (!RawClipActions) return ClipActions.Read().DumpToStream(body);
+    if (!RawClipActions) return GetClipActions().DumpToStream(body);
     return body.Write(RawClipActions.GetBytes(), RawClipActions.GetSize());
 }
 
@@ -130,10 +133,10 @@ void VXSwfPlaceObject2Tag::SetDepth(unsigned short depth, short adjustClip) {
 }
 
 void VXSwfPlaceObject2Tag::StoreMatrix(const VXFlintMatrix& matrix) {
-    if (Matrix.Set(matrix)) {
-        UnusualMatrix.Reset();
-    } else {
-        UnusualMatrix.Get() = matrix;
+    if (!Matrix.Set(matrix)) {
+        Extras.Get().UnusualMatrix.Get() = matrix;
+    } else if (Extras.IsMade()) {
+        Extras.Get().UnusualMatrix.Reset();
     }
 }
 
@@ -144,11 +147,11 @@ void VXSwfPlaceObject2Tag::SetMatrix(const VXFlintMatrix& matrix) {
 
 void VXSwfPlaceObject2Tag::SetCxForm(const VXFlintCxForm* cxForm) {
     HasColorTransform = 1;
-    if (cxForm != nullptr) CxForm.Get() = *cxForm;
+    if (cxForm != nullptr) GetCxForm() = *cxForm;
 }
 
 void VXSwfPlaceObject2Tag::SetAlpha(unsigned int alpha) {
-    VXFlintCxForm& cxForm = CxForm.Get();
+    VXFlintCxForm& cxForm = GetCxForm();
     HasColorTransform = 1;
     cxForm.HasMultTerms = 1;
     cxForm.RedMultTerm = 256;
@@ -278,7 +281,7 @@ void VXSwfPlaceObject2Tag::GetTextInfo(VXString& text) {
     if (HasColorTransform == 0) {
         start += " - No Colorx";
     } else {
-        AppendCxForm(start, CxForm.Read());
+        AppendCxForm(start, Extras.Read().CxForm);
     }
     text += start.c_str();
     if (!Name.empty()) {
@@ -299,7 +302,7 @@ void VXSwfPlaceObject2Tag::GetTextInfo(VXString& text) {
     if (HasClipActions == 0) {
         rest += "No actions";
     } else {
-        AppendEvents(rest, ClipActions.Read().AllEventFlags);
+        AppendEvents(rest, Extras.Read().ClipActions.Read().AllEventFlags);
     }
     text += rest.c_str();
 }

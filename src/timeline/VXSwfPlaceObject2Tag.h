@@ -62,14 +62,16 @@ public:
     /// Sets `HasMatrix`.
     void SetMatrix(const VXFlintMatrix& matrix);
     /// The matrix, whatever `HasMatrix` says.
-    VXFlintMatrix GetMatrix() const { return UnusualMatrix.IsMade() ? UnusualMatrix.Read() : Matrix.Get(); }
+    VXFlintMatrix GetMatrix() const {
+        return HasUnusualMatrix() ? Extras.Read().UnusualMatrix.Read() : Matrix.Get();
+    }
     /// Copies every field, `HasAlpha` included.
     ///
     /// Kept: null sets `HasColorTransform` too and leaves the transform as it is.
     void SetCxForm(const VXFlintCxForm* cxForm);
     /// Makes the transform at the first call; does not touch `HasColorTransform`.
-    VXFlintCxForm& GetCxForm() { return CxForm.Get(); }
-    const VXFlintCxForm& GetCxForm() const { return CxForm.Read(); }
+    VXFlintCxForm& GetCxForm() { return Extras.Get().CxForm; }
+    const VXFlintCxForm& GetCxForm() const { return Extras.Read().CxForm; }
     /// Multiplies alpha by `alpha` / 256 and leaves the colours as they are, and the add terms too.
     void SetAlpha(unsigned int alpha);
     /// Depths up to this one are masked by the character. 0 clears `HasClipDepth`, any other sets it.
@@ -82,8 +84,8 @@ public:
     const VXString& GetName() const { return Name; }
     short GetHasName() const { return HasName; }
     /// Makes them at the first call; does not touch `HasClipActions`.
-    VXFlintClipActions& GetClipActions() { return ClipActions.Get(); }
-    const VXFlintClipActions& GetClipActions() const { return ClipActions.Read(); }
+    VXFlintClipActions& GetClipActions() { return Extras.Get().ClipActions.Get(); }
+    const VXFlintClipActions& GetClipActions() const { return Extras.Read().ClipActions.Read(); }
 
     /// Resizes the object about its own origin by the quotients of new and old extents; an extent that stays
     /// counts as a factor of 1. The position stays. Sets `HasMatrix` and all widths of the matrix to 32.
@@ -119,17 +121,24 @@ protected:
 private:
     friend class VXSwfTagFactory;
     friend class VXSwfPlaceObject3Tag;
+    /// What most placements do without.
+    struct Rare {
+        VXFlintCxForm CxForm;
+        VXOnDemand<VXFlintMatrix> UnusualMatrix;  // in force when it is made
+        VXOnDemand<VXFlintClipActions> ClipActions;
+    };
+
     VXErrorCodeEnum DumpFields(VXBitStream& body);
+    VXErrorCodeEnum DumpMatrix(VXBitStream& body);
     void StoreMatrix(const VXFlintMatrix& matrix);
+    bool HasUnusualMatrix() const { return Extras.IsMade() && Extras.Read().UnusualMatrix.IsMade(); }
 
     short HasName = 0;
     unsigned short Depth = 0;
     unsigned short CharacterId = 0;
     VXPackedMatrix Matrix;
-    VXOnDemand<VXFlintMatrix> UnusualMatrix;  // in force when it is made
     VXString Name;
-    VXOnDemand<VXFlintCxForm> CxForm;
-    VXOnDemand<VXFlintClipActions> ClipActions;
+    VXOnDemand<Rare> Extras;
 
 public:
     /// Clip actions of version 6 and later as read. While there are some, a dump writes them and not
