@@ -1,7 +1,6 @@
 #pragma once
 
 #include <climits>
-#include <cmath>
 
 #include "bitstream/VXBitStream.h"
 #include "platform/VXTypes.h"
@@ -26,7 +25,12 @@ inline unsigned int VXTruncateToUnsigned(VXReal value) {
 }
 
 /// Pixels to twips: half a twip goes up, for negative values too. Saturates as `VXTruncate` does.
-inline int VXToTwips(VXReal pixels) { return VXTruncate(std::floor(pixels * kVXTwipsPerPixel + 0.5)); }
+inline int VXToTwips(VXReal pixels) {
+    const VXReal twips = pixels * kVXTwipsPerPixel + 0.5;
+    // A floor without the call that it is where the processor's rounding cannot be counted on.
+    const int cut = VXTruncate(twips);
+    return cut > twips && cut != INT_MIN ? cut - 1 : cut;
+}
 
 /// Twips to pixels: a division, since a multiplication by 0.05 would not come back to the same twips.
 inline VXReal VXFromTwips(int twips) { return twips / kVXTwipsPerPixel; }
