@@ -45,7 +45,7 @@ VXBitStream& VXBitStream::operator=(const VXBitStream& other) {
 VXBitStream::~VXBitStream() { FreeBuffer(); }
 
 void VXBitStream::FreeBuffer() {
-    if (m_Attached == 0) std::free(m_Buffer);
+    if (m_Attached == 0 && m_Buffer != nullptr) VXPool::FreeBuffer(m_Buffer, m_Reserved);
     m_Buffer = nullptr;
     m_Size = m_Capacity = m_Reserved = 0;
     m_Attached = 0;
@@ -77,10 +77,10 @@ bool VXBitStream::Allocate(unsigned int capacity) {
         unsigned int reserve =
             std::max(capacity, static_cast<unsigned int>(std::min<std::uint64_t>(ahead, UINT_MAX)));
         const bool isNew = m_Buffer == nullptr;
-        void* block = std::realloc(m_Buffer, reserve);
+        void* block = VXPool::Resize(m_Buffer, m_Reserved, reserve);
         if (block == nullptr && reserve > capacity) {
             reserve = capacity;
-            block = std::realloc(m_Buffer, reserve);
+            block = VXPool::Resize(m_Buffer, m_Reserved, reserve);
         }
         if (block == nullptr) {
             FreeBuffer();

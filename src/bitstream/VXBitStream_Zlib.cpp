@@ -142,24 +142,25 @@ short VXBitStream::UnCompress(unsigned int offset, unsigned int fullSize) {
     uLongf destLength = static_cast<uLongf>(std::min<std::uint64_t>(fullSize - offset, most));
     // Kept: the size counts 8 bytes for the header, whatever the offset. The block holds that many too.
     constexpr unsigned int kHeader = 8;
-    auto* block = static_cast<unsigned char*>(std::malloc(std::max(offset, kHeader) + destLength));
+    const std::size_t room = std::max(offset, kHeader) + destLength;
+    auto* block = static_cast<unsigned char*>(VXPool::Resize(nullptr, 0, room));
     if (block == nullptr) return 0;
-    VXPool::PreferHugePages(block, std::max(offset, kHeader) + destLength);
+    VXPool::PreferHugePages(block, room);
     if (uncompress(block + offset, &destLength, m_Buffer + offset, compressedLength) != Z_OK) {
         VXAssertFail("compress2 returned failure");
-        std::free(block);
+        VXPool::FreeBuffer(block, room);
         return 0;
     }
     const std::uint64_t size = std::uint64_t{destLength} + kHeader;
     const std::uint64_t used = std::uint64_t{destLength} + offset;
-    if (size > UINT_MAX) {
-        std::free(block);
+    // A header may have claimed more than there was.
+    void* cut =
+        std::max(size, used) <= UINT_MAX ? VXPool::Resize(block, room, std::max(size, used)) : nullptr;
+    if (cut == nullptr) {
+        VXPool::FreeBuffer(block, room);
         return 0;
     }
-    // A header may have claimed more than there was.
-    if (void* cut = std::realloc(block, std::max(size, used)); cut != nullptr) {
-        block = static_cast<unsigned char*>(cut);
-    }
+    block = static_cast<unsigned char*>(cut);
     if (used < size) std::memset(block + used, 0, size - used);
     std::memcpy(block, m_Buffer, offset);
     FreeBuffer();

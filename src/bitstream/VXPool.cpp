@@ -4,8 +4,11 @@
 #include <sys/mman.h>
 #include <sys/single_threaded.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
+#include <cstdlib>
+#include <cstring>
 #include <new>
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -21,6 +24,12 @@
 void* VXPool::Allocate(std::size_t size) { return ::operator new(size); }
 
 void VXPool::Free(void* block, std::size_t) noexcept { ::operator delete(block); }
+
+void* VXPool::Resize(void* buffer, std::size_t, std::size_t size) noexcept {
+    return std::realloc(buffer, size);
+}
+
+void VXPool::FreeBuffer(void* buffer, std::size_t) noexcept { std::free(buffer); }
 
 #else
 
@@ -199,6 +208,35 @@ void VXPool::Free(void* block, std::size_t size) noexcept {
         ::operator delete(block);
     } else {
         theStore.Free(block, IndexOf(size));
+    }
+}
+
+void* VXPool::Resize(void* buffer, std::size_t oldSize, std::size_t size) noexcept {
+    const bool wasMapped = oldSize >= kMapped;
+    const bool isMapped = size >= kMapped;
+    if (!wasMapped && !isMapped) return std::realloc(buffer, size);
+    void* resized = nullptr;
+    if (wasMapped && isMapped) {
+        resized = mremap(buffer, oldSize, size, MREMAP_MAYMOVE);
+        return resized == MAP_FAILED ? nullptr : resized;
+    }
+    if (isMapped) {
+        resized = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (resized == MAP_FAILED) return nullptr;
+    } else {
+        resized = std::malloc(size);
+        if (resized == nullptr) return nullptr;
+    }
+    if (buffer != nullptr) std::memcpy(resized, buffer, std::min(oldSize, size));
+    FreeBuffer(buffer, oldSize);
+    return resized;
+}
+
+void VXPool::FreeBuffer(void* buffer, std::size_t size) noexcept {
+    if (size >= kMapped) {
+        munmap(buffer, size);
+    } else {
+        std::free(buffer);
     }
 }
 

@@ -9,17 +9,27 @@
 /// here carries nothing and comes at a multiple of 8, side by side with its neighbours of the same size.
 /// Sizes above `kLargest` go to the general allocator.
 ///
+/// Buffers that grow have operations of their own below.
+///
 /// Pages whose blocks are all free again are kept for the next load up to a small reserve, and given back to
 /// the system beyond it. Any thread may free what another allocated. Builds with AddressSanitizer pass every
 /// block through to the general allocator, so that a use after the end is still found.
 class VXSWF_API VXPool {
 public:
     static constexpr std::size_t kLargest = 512;
+    static constexpr std::size_t kMapped = std::size_t{1} << 20;
 
     /// Throws std::bad_alloc when there is no memory, and nothing else.
     [[nodiscard]] static void* Allocate(std::size_t size);
     /// `size` must be the one that was asked for. Null is ignored.
     static void Free(void* block, std::size_t size) noexcept;
+
+    /// Gives a buffer a new size, which is not 0, and keeps what fits; a null one begins with `oldSize` 0. Null
+    /// without memory, and the old buffer then stays. From `kMapped` bytes on a buffer is a mapping of its own:
+    /// one that grows takes its pages along, and leaves no copy behind that the process would go on holding.
+    [[nodiscard]] static void* Resize(void* buffer, std::size_t oldSize, std::size_t size) noexcept;
+    /// Frees what `Resize` gave; `size` must be the last one asked for. Null is ignored.
+    static void FreeBuffer(void* buffer, std::size_t size) noexcept;
 
     /// Asks the system to back a large block, one that nobody has written yet and that will be written
     /// soon, with huge pages: the first touch of each small page costs more than filling it. Small blocks are
