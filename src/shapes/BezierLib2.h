@@ -52,7 +52,7 @@ public:
     virtual void VisitLine(BezLine& line) = 0;
 };
 
-using BezShapes = std::vector<std::unique_ptr<BezShape>>;
+using BezShapes = std::vector<std::unique_ptr<BezShape>, VXPoolAllocator<std::unique_ptr<BezShape>>>;
 
 /// The pieces in their order along the curve. `points` has x and y of the start, both control points and the
 /// end; `tolerance` is the square of the distance in pixels by which a control point may be off. A curve that

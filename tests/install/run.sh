@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs a build into a place of its own and builds and runs a host against it, once through find_package and once
-# through pkg-config; then the program that the README shows.
+# through pkg-config; then a host in plain C, and the program that the README shows.
 #
 #   tests/install/run.sh BUILD_DIR GENERATOR CXX
 set -euo pipefail
@@ -36,6 +36,10 @@ compile() {
 }
 compile "$here/Consumer.cpp" "$scratch/consumer"
 "$scratch/consumer"
+
+printf 'a host in plain C\n'
+cc -Wall -Wextra -Werror "$here/Component.c" -o "$scratch/component" -ldl
+"$scratch/component"
 
 printf 'the program in the README\n'
 awk '/^```/ { inside = /cpp/; next } inside' "$here/../../README.md" >"$scratch/Readme.cpp"
