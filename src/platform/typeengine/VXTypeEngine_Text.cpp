@@ -162,9 +162,7 @@ TYError TYFontInstanceGetWidthProc(TYFontInstance instance, float* out, TYGlyphI
         if (object == nullptr) return &kVXBadHandle;
         double advance = 0.0;
         if (!object->face->GetAdvance(glyph, advance)) return &kVXBadFont;
-        // A mark that is drawn over its neighbour stays there.
-        const bool grows =
-            object->font.isEmboldened && advance != 0.0 && !FT_IS_FIXED_WIDTH(object->face->GetFace());
+        const bool grows = object->font.isEmboldened && !FT_IS_FIXED_WIDTH(object->face->GetFace());
         if (grows) advance += 1.0 / kBoldPartOfEm;
         const double width = advance * object->matrix.a;
         if (!(std::abs(width) <= std::numeric_limits<float>::max())) return &kVXBadParameter;
