@@ -1,3 +1,4 @@
+#include <cmath>
 #include <utility>
 
 #include "graphics/VXTwips.h"
@@ -10,6 +11,14 @@ namespace {
 
 /// Of squared distances in pixels; a control point may be off by a tenth of a pixel, or two twips.
 constexpr double kTolerance = 0.01;
+
+/// Of the polygon of its control points, which is at least as long as the curve.
+double LongestLength(const double (&points)[8]) {
+    double length = 0.0;
+    for (int i = 2; i < 8; i += 2)
+        length += std::hypot(points[i] - points[i - 2], points[i + 1] - points[i - 1]);
+    return length;
+}
 
 }  // namespace
 
@@ -69,9 +78,12 @@ void VXSwfDefineShapeTag::AddCurvedEdge(VXReal, VXReal, VXReal c1x, VXReal c1y, 
                                         VXReal x2, VXReal y2) {
     const VXPathPoint from = GetPathState().Pen();
     const double points[] = {from.x, from.y, c1x, c1y, c2x, c2y, x2, y2};
+    // A curve beyond all measure has no dashes, though each of its pieces could.
+    VXSwfStrokePattern solid;
+    const bool isMeasured = LongestLength(points) <= VXDashWalk::kLongest;
     BezierLib2::BezSWFEdgeCreatorVisitor2 visitor(BezierLib2::ConvertCubicToShapes(points, kTolerance),
-                                                  &ShapeWithStyle, &StrokePattern, &PenX, &PenY, &SumX,
-                                                  &SumY);
+                                                  &ShapeWithStyle, isMeasured ? &StrokePattern : &solid,
+                                                  &PenX, &PenY, &SumX, &SumY);
     visitor.VisitShapes();
     GetPathState().SetPen({x2, y2});
 }

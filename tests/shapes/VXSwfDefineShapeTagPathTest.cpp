@@ -179,6 +179,12 @@ TEST(VXSwfDefineShapeTagPath, PlacesThatMakeNoSenseGiveASolidEdge) {
     EXPECT_EQ(EdgeTo(*shape, kInfinity, 0), "H inf");
     EXPECT_EQ(shape->PenX, INT_MAX);
     EXPECT_EQ(EdgeTo(*Stroked(static_cast<VXStrokeStyleEnum>(9)), 50, 0), "H 50");
+
+    const Shape far = Stroked(kVXStrokeDot);
+    far->AddCurvedEdge(0, 0, 5e7, 1e8, -5e7, 1e8, 100, 0);
+    EXPECT_LT(far->ShapeWithStyle.ShapeRecords.Records.size(), 100000u)
+        << "a curve too, though each piece of it can be measured";
+    EXPECT_EQ(far->PenX, 2000);
 }
 
 TEST(VXSwfDefineShapeTagPath, CubicCurvesBecomeEdges) {
