@@ -2,26 +2,16 @@
 // writes: descriptions, dumps, a second load, a copy, compression.
 
 #include <cstdint>
-#include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <typeinfo>
 
+#include "Support.h"
 #include "vxswf.h"
 
 namespace {
 
 // Each compressed dump goes through a temporary file.
 constexpr std::size_t kLargestForCompression = 4096;
-
-void Require(bool holds) {
-    if (!holds) std::abort();
-}
-
-bool AreEqual(VXBitStream& left, VXBitStream& right) {
-    return left.GetSize() == right.GetSize() &&
-           (left.GetSize() == 0 || std::memcmp(left.GetBuffer(), right.GetBuffer(), left.GetSize()) == 0);
-}
 
 /// Asks every tag for what it tells of itself. Answers whether a dump that is loaded and dumped again must give the
 /// same bytes: that holds for raw tags and for classes that lose nothing they wrote. It does not hold for a sprite
