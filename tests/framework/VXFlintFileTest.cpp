@@ -111,25 +111,6 @@ TEST(VXFlintFile, CompressedMovies) {
     EXPECT_EQ(DumpOf(file), movie);
 }
 
-TEST(VXFlintFile, BodiesOfWholeChunksCompress) {
-    // Header 12, tag header 6, end tag 2 behind the first 8 bytes.
-    for (const unsigned int chunks : {1u, 2u}) {
-        const Bytes movie = MovieBytes(6, LongTagBytes(77, Repeat(chunks * 1048576 - 19, 0x37)));
-        ASSERT_EQ((movie.size() - 8) % 1048576, 0u);
-        VXFlintFile file;
-        ASSERT_EQ(Load(file, movie), kVXSuccess);
-        file.SetCompression(1);
-        CVXTempFileStreamReadWrite target;
-        target.SetMode(IVXStream::kWrite);
-        EXPECT_EQ(file.DumpToStream(&target), kVXSuccess);
-        target.SetMode(IVXStream::kRead);
-        VXFlintFile again;
-        ASSERT_EQ(again.LoadFromStream(&target), kVXSuccess);
-        again.SetCompression(0);
-        EXPECT_TRUE(DumpOf(again) == movie);
-    }
-}
-
 TEST(VXFlintFile, HeadersThatFail) {
     const SilentAsserts silence;
     const Bytes movie = MovieBytes(6, kTags);

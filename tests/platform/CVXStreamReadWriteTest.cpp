@@ -249,35 +249,6 @@ TEST_P(EveryStream, RefusesImpossibleCounts) {
     EXPECT_EQ(stream->GetStreamState(), kVXStreamAtEnd);
 }
 
-TEST_P(EveryStream, WritesInPiecesOfEverySizeRoundTheBuffer) {
-    for (const int size : {1, kBuffer - 1, kBuffer, kBuffer + 1, 3 * kBuffer}) {
-        for (const int before : {0, 1, kBuffer - 1, kBuffer, kBuffer + 5}) {
-            const Bytes head = Pattern(before, 2), body = Pattern(size, 3);
-            Bytes expected = head;
-            expected.insert(expected.end(), body.begin(), body.end());
-            expected.push_back(7);
-
-            stream->SetMode(IVXStream::kWrite);
-            stream->Seek(0, kVXSeekFromStart);
-            if (before != 0) Put(*stream, head);
-            Put(*stream, body);
-            unsigned char last = 7;
-            ASSERT_EQ(stream->XferByte(last), 1);
-            stream->SetEndOfStream();
-            ASSERT_EQ(stream->Tell(), expected.size());
-            ASSERT_EQ(Contents(*stream), expected) << before << " + " << size;
-
-            // The same bytes again, read in the same pieces.
-            stream->Seek(0, kVXSeekFromStart);
-            ASSERT_EQ(Get(*stream, before), head);
-            ASSERT_EQ(Get(*stream, size), body);
-            ASSERT_EQ(stream->GetStreamState(), kVXStreamGood);
-            ASSERT_EQ(Get(*stream, size), Bytes{7}) << "the read behind the end is short";
-            ASSERT_EQ(stream->GetStreamState(), kVXStreamAtEnd);
-        }
-    }
-}
-
 TEST_P(EveryStream, BehavesLikeAPlainArray) {
     // A deterministic walk over seeks, turns, reads, writes and cuts, beside an array that does the same.
     Bytes model;
@@ -356,34 +327,6 @@ TEST_P(EveryStream, EndsAtTheLastPositionThatTellCanAnswer) {
     EXPECT_EQ(Xfer(*stream, bytes), 0);
     EXPECT_EQ(stream->GetStreamState(), kVXStreamFailed);
     EXPECT_TRUE(Contents(*stream).empty()) << "a seek alone makes nothing longer";
-}
-
-TEST_P(EveryStream, AGapReadsAsZeros) {
-    Put(*stream, Pattern(100));
-    stream->Seek(10, kVXSeekFromStart);
-    stream->SetEndOfStream();
-    stream->Seek(50, kVXSeekFromStart);
-    stream->SetEndOfStream();  // behind the end: nothing to cut, nothing to add
-    Put(*stream, {9});
-    Bytes expected = Pattern(10);
-    expected.resize(50);
-    expected.push_back(9);
-    EXPECT_EQ(Contents(*stream), expected) << "what was cut off must not shine through";
-}
-
-TEST_P(EveryStream, TurnsRoundAndKeepsContentsAndPosition) {
-    Put(*stream, {1, 2, 3, 4, 5, 6});
-    stream->Seek(2, kVXSeekFromStart);
-    stream->SetMode(IVXStream::kRead);
-    EXPECT_TRUE(stream->IsReading() && !stream->IsWriting() && stream->GetMode() == IVXStream::kRead);
-    EXPECT_EQ(Get(*stream, 2), (Bytes{3, 4}));
-    stream->SetMode(IVXStream::kWrite);
-    EXPECT_TRUE(stream->IsWriting() && !stream->IsReading() && stream->GetMode() == IVXStream::kWrite);
-    Put(*stream, {9});
-    stream->SetMode(IVXStream::kRead);
-    EXPECT_EQ(Get(*stream, 9), Bytes{6});
-    EXPECT_EQ(Contents(*stream), (Bytes{1, 2, 3, 4, 9, 6}));
-    EXPECT_NE(dynamic_cast<IVXReadWriteStream*>(static_cast<IVXStream*>(stream.get())), nullptr);
 }
 
 // ---- memory
