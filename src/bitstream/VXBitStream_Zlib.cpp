@@ -185,8 +185,7 @@ short VXBitStream::StreamedCompress(unsigned int offset) {
     PrepareTarget(target);
     source->SetMode(IVXStream::kRead);
     source->Seek(0, kVXSeekFromStart);
-    if (VXTransfer(*source, input.get(), offset) != offset) return 0;
-    VXTransfer(target, input.get(), offset);
+    VXTransfer(target, input.get(), VXTransfer(*source, input.get(), offset));
     Deflater deflater(kMovieLevel);
     if (!deflater.IsGood()) {
         VXAssertFail("deflateInit returned failure");

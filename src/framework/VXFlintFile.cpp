@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <iterator>
 
 #include "framework/VXSwfTag.h"
 #include "graphics/VXTwips.h"
@@ -42,10 +41,8 @@ VXErrorCodeEnum VXFlintFile::LoadFromStream(IVXStream* stream) {
 }
 
 VXErrorCodeEnum VXFlintFile::LoadHdrFromStream(VXBitStream& in) {
-    unsigned char signature[3] = {};
-    unsigned int count = sizeof signature;
-    VX_RETURN_IF_FAILED(in.Read(signature, count));
-    std::copy(std::begin(signature), std::end(signature), m_Signature);
+    unsigned int count = sizeof m_Signature;
+    VX_RETURN_IF_FAILED(in.Read(m_Signature, count));
     if (m_Signature[0] != 'C' && m_Signature[0] != 'F') return kVXFailure;
     if (m_Signature[1] != 'W' || m_Signature[2] != 'S') return kVXFailure;
     VX_RETURN_IF_FAILED(in.ReadByte(m_Version));
@@ -173,13 +170,20 @@ short VXFlintFile::CanSupportAS3Version() const {
     return FindNthTagOfType(VXSwfTagFactory::TAG_DOACTION, 1) == end() ? 1 : 0;
 }
 
+VXErrorCodeEnum VXFlintFile::DumpPlain(VXBitStream& out) {
+    struct Restored {
+        unsigned char& mark;
+        const unsigned char old = mark;
+        ~Restored() { mark = old == 'C' ? 'C' : 'F'; }
+    } const restored{m_Signature[0]};
+    m_Signature[0] = 'F';
+    return DumpToStream(out);
+}
+
 VXFlintFile* VXFlintFile::Copy() {
     auto copy = std::make_unique<VXFlintFile>();
     VXBitStream wire;
-    const unsigned char signature = m_Signature[0];
-    m_Signature[0] = 'F';
-    const VXErrorCodeEnum dumped = DumpToStream(wire);  // a copy holds as much as came through
-    m_Signature[0] = signature == 'C' ? 'C' : 'F';
+    const VXErrorCodeEnum dumped = DumpPlain(wire);  // a copy holds as much as came through
     wire.SetPosition(0);
     VXIgnore(copy->LoadFromStream(wire));
     // Kept: the room for the copy is the length that this header states, so its end tag lies no earlier than

@@ -90,6 +90,8 @@ public:
 
 private:
     VXErrorCodeEnum LoadHdrFromStream(VXBitStream& in);
+    /// A dump under the plain signature, whatever the movie's own.
+    VXErrorCodeEnum DumpPlain(VXBitStream& out);
 
     unsigned char m_Signature[3] = {'F', 'W', 'S'};
     unsigned char m_Version = 0;

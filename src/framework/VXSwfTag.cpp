@@ -163,8 +163,9 @@ unsigned short VXSwfTag::GetCharacterId() const {
 }
 
 unsigned short VXSwfTag::GetCharacterIdFromData() const {
-    if (m_TagType == VXSwfTagFactory::TAG_DEFINEFONTALIGNZONES) return WordAt(GetFirstWord());
-    return GetCharacterId();
+    const unsigned char* word = GetFirstWord();
+    return m_TagType == VXSwfTagFactory::TAG_DEFINEFONTALIGNZONES && word != nullptr ? WordAt(word)
+                                                                                     : GetCharacterId();
 }
 
 short VXSwfTag::HasReferencedID() const {

@@ -67,9 +67,7 @@ void VXFlintFillStyle::SetAlpha(short useAlpha) {
 }
 
 void VXFlintFillStyle::UpdateReferenceIDs(VXFlintIDMap* map) {
-    if (map == nullptr || !IsBitmap(FillStyleType) || BitmapId == 0) return;
-    const unsigned short newId = map->GetNewId(BitmapId);
-    if (newId != 0) BitmapId = newId;
+    if (map != nullptr && IsBitmap(FillStyleType) && BitmapId != 0) map->Renumber(BitmapId);
 }
 
 VXFlintFillStyleArray::~VXFlintFillStyleArray() = default;

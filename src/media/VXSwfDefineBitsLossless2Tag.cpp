@@ -76,6 +76,9 @@ VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::CreateImage(const VXImage& image, V
     SetSize(image.GetWidth(), image.GetHeight());
     ZlibBitmapData = VXByteBlock();
     const unsigned char* pixels = image.GetBuffer();
+    // A picture of no size has nothing to read, and a block of nothing.
+    static constexpr unsigned char kNoPixels = 0;
+    if (pixels == nullptr && (BitmapWidth == 0 || BitmapHeight == 0)) pixels = &kNoPixels;
     const std::size_t sourceStride = std::size_t{image.GetWidth()} * kPixelSize;
     const auto rowAt = [=](std::size_t y) { return pixels + y * sourceStride; };
     CQuantizer quantizer;
@@ -109,10 +112,10 @@ VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::CreateImage(const VXImage& image, V
 
 VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::CreateImage(const VXImage16BPP& image) {
     SetSize(image.GetWidth(), image.GetHeight());
-    ZlibBitmapData = VXByteBlock();
     BitmapFormat = kFifteenBitFormat;
     const unsigned char* pixels = image.GetBuffer();
     if (pixels == nullptr) return kVXFailure;
+    ZlibBitmapData = VXByteBlock();
     const std::size_t stride = BitmapWidth * kPixelSize16;
     Block block(stride, BitmapHeight, 0);
     if (!block) return kVXSuccess;

@@ -34,9 +34,7 @@ VXErrorCodeEnum VXSwfDefineButtonSoundTag::DumpToStream(VXBitStream& out) {
 void VXSwfDefineButtonSoundTag::UpdateReferenceIDs(VXFlintIDMap* map) {
     if (map == nullptr) return;
     const auto update = [map](unsigned short& id) {
-        if (id == 0) return;
-        const unsigned short newId = map->GetNewId(id);
-        if (newId != 0) id = newId;
+        if (id != 0) map->Renumber(id);
     };
     update(ButtonId);
     for (unsigned short& id : ButtonSoundChar) update(id);

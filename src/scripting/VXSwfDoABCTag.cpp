@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "framework/VXMakeTag_p.h"
+
 VXSwfDoABCTag::VXSwfDoABCTag(enuTagType type) : VXSwfControlTag(type) {}
 
 VXSwfDoABCTag::~VXSwfDoABCTag() = default;
@@ -10,8 +12,8 @@ VXSwfDoABCTag::~VXSwfDoABCTag() = default;
 VXErrorCodeEnum VXSwfDoABCTag::LoadDataFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(in.ReadDWord(m_Flags));
     VX_RETURN_IF_FAILED(in.ReadVXString(m_Name));
-    const std::size_t inFront = sizeof m_Flags + m_Name.length() + 1;
-    m_ABCDataLen = GetTagLen() > inFront ? static_cast<unsigned int>(GetTagLen() - inFront) : 0;
+    // Kept: without a body of its own, the length wraps and all that remains is taken.
+    m_ABCDataLen = GetTagLen() - 5 - static_cast<unsigned int>(m_Name.length());
     if (m_ABCDataLen == 0) return kVXSuccess;
     m_ABCDataLen = std::min(m_ABCDataLen, in.GetRemaining());
     m_ABCData.reset(new unsigned char[m_ABCDataLen]);
@@ -31,8 +33,8 @@ VXErrorCodeEnum VXSwfDoABCTag::DumpToStream(VXBitStream& out) {
 }
 
 VXSwfTag* VXSwfDoABCTag::Copy() {
-    auto* copy =
-        static_cast<VXSwfDoABCTag*>(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_DOABC, 0, 0));
+    auto copy = VXMakeTag<VXSwfDoABCTag>(VXSwfTagFactory::TAG_DOABC);
+    if (copy == nullptr) return nullptr;
     copy->m_Flags = m_Flags;
     copy->m_Name = m_Name;
     copy->m_ABCDataLen = m_ABCDataLen;
@@ -40,7 +42,7 @@ VXSwfTag* VXSwfDoABCTag::Copy() {
         copy->m_ABCData.reset(new unsigned char[m_ABCDataLen]);
         std::memcpy(copy->m_ABCData.get(), m_ABCData.get(), m_ABCDataLen);
     }
-    return copy;
+    return copy.release();
 }
 
 void VXSwfDoABCTag::SetABCData(unsigned char* data, unsigned int length) {

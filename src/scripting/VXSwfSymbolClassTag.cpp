@@ -50,10 +50,7 @@ VXErrorCodeEnum VXSwfSymbolClassTag::DumpToStream(VXBitStream& out) {
 
 void VXSwfSymbolClassTag::UpdateReferenceIDs(VXFlintIDMap* map) {
     if (map == nullptr) return;
-    for (std::size_t i = 0; i < CountIds(); ++i) {
-        const unsigned short newId = map->GetNewId(m_Ids[i]);
-        if (newId != 0) m_Ids[i] = newId;
-    }
+    for (std::size_t i = 0; i < CountIds(); ++i) map->Renumber(m_Ids[i]);
 }
 
 std::size_t VXSwfSymbolClassTag::CountIds() const {

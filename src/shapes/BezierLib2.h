@@ -55,8 +55,7 @@ public:
 using BezShapes = std::vector<std::unique_ptr<BezShape>, VXPoolAllocator<std::unique_ptr<BezShape>>>;
 
 /// The pieces in their order along the curve. `points` has x and y of the start, both control points and the
-/// end; `tolerance` is the square of the distance in pixels by which a control point may be off. A curve that
-/// starts where it ends and does not bulge has no pieces.
+/// end; `tolerance` is the square of the distance in pixels by which a control point may be off.
 ///
 /// A curve with a coordinate that is not finite or beyond 110,000,000 pixels, or with a tolerance that is not
 /// above 0, becomes a line from start to end, or nothing when one of these is not finite.

@@ -30,9 +30,7 @@ VXErrorCodeEnum VXSwfDefineShapeTag::LoadFields(VXBitStream& in) {
     if (IsDefineShape4Tag() != 0) {
         VX_RETURN_IF_FAILED(EdgeBounds.LoadFromStream(in));
         unsigned int skipped = 0;
-        VX_RETURN_IF_FAILED(in.ReadBits(6, skipped));
-        VX_RETURN_IF_FAILED(in.ReadBits(1, skipped));  // UsesNonScalingStrokes
-        VX_RETURN_IF_FAILED(in.ReadBits(1, skipped));  // UsesScalingStrokes
+        VX_RETURN_IF_FAILED(in.ReadBits(8, skipped));  // which strokes scale
     }
     return ShapeWithStyle.LoadFromStream(in);
 }

@@ -69,11 +69,12 @@ public:
     /// line. The pattern starts anew.
     void StartPath(VXReal x, VXReal y, short isStroke);
     /// Cut into dashes when the path is a stroke with a pattern. One that is shorter than 1e-5 is then left
-    /// out.
+    /// out; one longer than 10,000,000 pixels, or with a place in the pattern that is none, is drawn whole.
     void AddStraightEdge(VXReal x1, VXReal y1, VXReal x2, VXReal y2);
     /// A quadratic curve, never cut into dashes.
     void AddCurvedEdge(VXReal x1, VXReal y1, VXReal cx, VXReal cy, VXReal x2, VXReal y2);
-    /// A cubic curve, as straight and quadratic edges that are off by a tenth of a pixel at most.
+    /// A cubic curve, as straight and quadratic edges that are off by a tenth of a pixel at most, dashed as those of
+    /// the straight kind are.
     void AddCurvedEdge(VXReal x1, VXReal y1, VXReal c1x, VXReal c1y, VXReal c2x, VXReal c2y, VXReal x2,
                        VXReal y2);
     /// Closes the path with one solid edge, from where the rounded deltas lead to where the path began. It is

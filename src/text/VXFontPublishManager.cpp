@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "binding/BNDTypeEngine.h"
+#include "framework/VXMakeTag_p.h"
 #include "graphics/VXTwips.h"
 #include "text/VXFontTagRegistry_p.h"
 #include "text/VXSwfCSMTextSettingTag.h"
@@ -60,10 +61,8 @@ unsigned short TakeId(IVXSwfIdGenerator* ids) {
 
 std::unique_ptr<VXSwfDefineFont2Tag> NewGlyphFont(const VXString& name, short bold, short italic,
                                                   unsigned short id) {
-    std::unique_ptr<VXSwfTag> made(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_DEFINEFONT3, 0, 0));
-    std::unique_ptr<VXSwfDefineFont2Tag> tag(dynamic_cast<VXSwfDefineFont2Tag*>(made.get()));
+    auto tag = VXMakeTag<VXSwfDefineFont2Tag>(VXSwfTagFactory::TAG_DEFINEFONT3);
     if (tag == nullptr) return nullptr;
-    made.release();
     VXIgnore(tag->CreateGlyphFont(name, bold, italic));  // never fails
     tag->SetCharacterId(id);
     return tag;

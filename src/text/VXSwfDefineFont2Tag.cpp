@@ -1,6 +1,5 @@
 #include "text/VXSwfDefineFont2Tag.h"
 
-#include <algorithm>
 #include <string>
 
 #include "graphics/VXTwips.h"

@@ -83,8 +83,11 @@ public:
     short m_ANSI = 0;
     short m_WideOffsets = 1;
     short m_WideCodes = 1;
+    short m_Italic = 1;  ///< as is `m_Bold`, until the kind or a load says otherwise
+    short m_Bold = 1;
     unsigned char m_LanguageCode = 1;
     unsigned char m_NameLength = 0;  ///< as read or written last
+    VXString m_FontName;
     unsigned short m_NumGlyphs = 0;
     std::vector<unsigned int> m_OffsetTable;
     unsigned int m_CodeTableOffset = 0;  ///< as read; a dump works out its own
@@ -113,8 +116,4 @@ private:
     static void DumpShape(VXFlintShape& shape, VXBitStream& out);
     void SetFont(const VXString& name, short bold, short italic);
     void FillDefineFont2Tables(VXBitStream& outlines);
-
-    VXString m_FontName;
-    short m_Italic = 1;  // both, until the kind or a load says otherwise
-    short m_Bold = 1;
 };

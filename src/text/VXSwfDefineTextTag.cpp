@@ -10,8 +10,9 @@
 
 namespace {
 
-// Two bytes make a run of 255 glyphs when both widths are 0, so what a body can ask for has a limit of its own.
-constexpr std::size_t kMostEntries = 4194304;
+// Two bytes make a run of 255 glyphs when both widths are 0, so what a body can ask for is bound to its size.
+constexpr std::size_t kMostEntriesPerByte = 40;
+constexpr std::size_t kLargestRun = 255;
 
 }  // namespace
 
@@ -26,7 +27,7 @@ VXErrorCodeEnum VXSwfDefineTextTag::LoadDataFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(m_Matrix.LoadFromStream(in));
     VXIgnore(in.ReadByte(m_GlyphBits));  // a width that is not there stays as it was
     VXIgnore(in.ReadByte(m_AdvanceBits));
-    std::size_t entries = 0;
+    std::size_t room = kLargestRun + kMostEntriesPerByte * in.GetSize();
     for (;;) {
         VXSwfTextStyleChangeRecord record;
         record.SetAlpha(GetTagType() == VXSwfTagFactory::TAG_DEFINETEXT2 ? 1 : 0);
@@ -34,8 +35,8 @@ VXErrorCodeEnum VXSwfDefineTextTag::LoadDataFromStream(VXBitStream& in) {
         record.m_AdvanceBits = m_AdvanceBits;
         // Kept: a run that fails looks like the end of the list.
         if (record.LoadFromStream(in) != kVXSuccess) return kVXSuccess;
-        entries += record.m_GlyphEntries.size();
-        if (entries > kMostEntries) return kVXSuccess;
+        if (record.m_GlyphEntries.size() > room) return kVXSuccess;
+        room -= record.m_GlyphEntries.size();
         m_TextRecords.push_back(std::move(record));
     }
 }

@@ -87,7 +87,5 @@ VXErrorCodeEnum VXSwfTextStyleChangeRecord::DumpToStream(VXBitStream& out) const
 }
 
 void VXSwfTextStyleChangeRecord::UpdateReferenceIDs(VXFlintIDMap* map) {
-    if (map == nullptr || m_HasFont == 0 || m_FontId == 0) return;
-    const unsigned short newId = map->GetNewId(m_FontId);
-    if (newId != 0) m_FontId = newId;
+    if (map != nullptr && m_HasFont != 0 && m_FontId != 0) map->Renumber(m_FontId);
 }

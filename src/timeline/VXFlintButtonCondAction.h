@@ -3,6 +3,7 @@
 #include "bitstream/VXBitStream.h"
 #include "platform/VXExport.h"
 #include "scripting/VXFlintActionRecords.h"
+#include "timeline/VXFlintHeld.h"
 
 /// What a button does on some of its transitions.
 ///
@@ -31,4 +32,10 @@ public:
     short CondIdleToOverUp = 0;
     short CondOverDownToOutDown = 0;
     VXFlintActionRecords Actions;
+
+private:
+    template <typename T>
+    friend class VXFlintHeld;
+
+    VXHolderCount m_Holders;
 };

@@ -5,6 +5,7 @@
 #include "graphics/VXFlintCxForm.h"
 #include "graphics/VXFlintMatrix.h"
 #include "platform/VXExport.h"
+#include "timeline/VXFlintHeld.h"
 
 /// What a button shows in some of its states.
 ///
@@ -39,5 +40,10 @@ public:
     short HasCxForm = 1;  ///< always 1 in this tag, since its records have the transform on the wire
 
 private:
+    template <typename T>
+    friend class VXFlintHeld;
+
     void ReadFilterList(VXBitStream& in);
+
+    VXHolderCount m_Holders;
 };

@@ -31,16 +31,16 @@ VXSwfDefineButton2Tag& VXSwfDefineButton2Tag::operator=(const VXSwfDefineButton2
 VXSwfDefineButton2Tag::~VXSwfDefineButton2Tag() = default;
 
 void VXSwfDefineButton2Tag::CopyLists(const VXSwfDefineButton2Tag& other) {
-    for (const auto& record : other.ButtonRecords) {
-        if (record != nullptr) ButtonRecords.push_back(std::make_unique<VXFlintButtonRecord>(*record));
+    for (const VXFlintButtonRecord* record : other.ButtonRecords) {
+        if (record != nullptr) ButtonRecords.push_back(VXFlintHeld(new VXFlintButtonRecord(*record)));
     }
-    for (const auto& action : other.ButtonActions) {
+    for (const VXFlintButtonCondAction* action : other.ButtonActions) {
         if (action == nullptr) continue;
-        auto copy = std::make_unique<VXFlintButtonCondAction>(*action);
+        const VXFlintHeld copy(new VXFlintButtonCondAction(*action));
         // Copies of a list share its actions; these are to be the copy's own.
         copy->Actions = VXFlintActionRecords();
         copy->Actions.Copy(action->Actions, 0);
-        ButtonActions.push_back(std::move(copy));
+        ButtonActions.push_back(copy);
     }
 }
 
@@ -60,7 +60,7 @@ VXErrorCodeEnum VXSwfDefineButton2Tag::DumpFields(VXBitStream& body) {
     VX_RETURN_IF_FAILED(body.WriteVXBool16(TrackAsMenu));
     const unsigned int placeholder = body.GetPosition();
     VX_RETURN_IF_FAILED(body.WriteWord(ActionOffset));
-    for (const auto& record : ButtonRecords) {
+    for (VXFlintButtonRecord* record : ButtonRecords) {
         if (record != nullptr) VX_RETURN_IF_FAILED(record->DumpToStream(body));
     }
     VX_RETURN_IF_FAILED(body.WriteByte(0));
@@ -81,7 +81,7 @@ void VXSwfDefineButton2Tag::LoadButtonRecordsFromStream(VXBitStream& in) {
         const bool isThere = in.ReadByte(first) == kVXSuccess;
         if (isThere && first == 0) return;
         in.MovePosition(-1);
-        ButtonRecords.push_back(std::make_unique<VXFlintButtonRecord>());
+        ButtonRecords.push_back(VXFlintHeld(new VXFlintButtonRecord));
         // Without a zero byte the last byte of the body is taken for one more record.
         if (ButtonRecords.back()->LoadFromStream(in) != kVXSuccess || !isThere) return;
     }
@@ -99,7 +99,7 @@ void VXSwfDefineButton2Tag::LoadButtonActionsFromStream(VXBitStream& in) {
         if (in.ReadWord(distance) != kVXSuccess) return;
         NextActionPos = distance == 0 ? 0 : static_cast<unsigned short>(start + distance);
         in.MovePosition(-2);
-        ButtonActions.push_back(std::make_unique<VXFlintButtonCondAction>());
+        ButtonActions.push_back(VXFlintHeld(new VXFlintButtonCondAction));
         VXIgnore(ButtonActions.back()->LoadFromStream(in));  // kept as far as it was read
         consumed += in.GetPosition() - start;
     }
@@ -107,7 +107,7 @@ void VXSwfDefineButton2Tag::LoadButtonActionsFromStream(VXBitStream& in) {
 
 VXErrorCodeEnum VXSwfDefineButton2Tag::DumpButtonActionsToStream(VXBitStream& body) {
     unsigned int last = 0;
-    for (const auto& action : ButtonActions) {
+    for (const VXFlintButtonCondAction* action : ButtonActions) {
         if (action == nullptr) continue;
         last = body.GetPosition();
         if (ActionOffset == 0) ActionOffset = static_cast<unsigned short>(last);
@@ -134,35 +134,33 @@ VXErrorCodeEnum VXSwfDefineButton2Tag::DumpToStream(VXBitStream& out) {
 
 void VXSwfDefineButton2Tag::UpdateReferenceIDs(VXFlintIDMap* map) {
     if (map == nullptr) return;
-    for (const auto& record : ButtonRecords) {
-        if (record == nullptr || record->CharacterId == 0) continue;
-        const unsigned short newId = map->GetNewId(record->CharacterId);
-        if (newId != 0) record->CharacterId = newId;
+    for (VXFlintButtonRecord* record : ButtonRecords) {
+        if (record != nullptr && record->CharacterId != 0) map->Renumber(record->CharacterId);
     }
 }
 
 void VXSwfDefineButton2Tag::CreateButtonRecord(short up, short over, short down, short hit, unsigned short id,
                                                unsigned short depth) {
-    auto record = std::make_unique<VXFlintButtonRecord>();
+    const VXFlintHeld record(new VXFlintButtonRecord);
     record->StateUp = up;
     record->StateOver = over;
     record->StateDown = down;
     record->StateHitTest = hit;
     record->CharacterId = id;
     record->PlaceDepth = depth;
-    ButtonRecords.push_back(std::move(record));
+    ButtonRecords.push_back(record);
 }
 
 void VXSwfDefineButton2Tag::AddButtonRecord(VXFlintButtonRecord* record) {
-    if (record != nullptr) ButtonRecords.emplace_back(record);
+    if (record != nullptr) ButtonRecords.push_back(VXFlintHeld(record));
 }
 
 void VXSwfDefineButton2Tag::AddButtonAction(VXFlintButtonCondAction* action) {
-    if (action != nullptr) ButtonActions.emplace_back(action);
+    if (action != nullptr) ButtonActions.push_back(VXFlintHeld(action));
 }
 
 void VXSwfDefineButton2Tag::BuildButtonDependencyList(std::list<unsigned short>& ids, VXSwfTagSet*) const {
-    for (const auto& record : ButtonRecords) {
+    for (const VXFlintButtonRecord* record : ButtonRecords) {
         if (record != nullptr && record->CharacterId != 0) ids.push_back(record->CharacterId);
     }
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <list>
-#include <memory>
 #include <vector>
 
 #include "framework/VXSwfDefinitionTag.h"
@@ -18,8 +17,8 @@
 /// The tag owns its records and conditions; a copied tag has its own, with actions of its own.
 class VXSWF_API VXSwfDefineButton2Tag : public VXSwfDefinitionTag {
 public:
-    using RecordList = std::vector<std::unique_ptr<VXFlintButtonRecord>>;
-    using ActionList = std::vector<std::unique_ptr<VXFlintButtonCondAction>>;
+    using RecordList = std::vector<VXFlintHeld<VXFlintButtonRecord>>;
+    using ActionList = std::vector<VXFlintHeld<VXFlintButtonCondAction>>;
 
     VXSwfDefineButton2Tag(const VXSwfDefineButton2Tag& other);
     VXSwfDefineButton2Tag& operator=(const VXSwfDefineButton2Tag& other);

@@ -1,5 +1,7 @@
 #include "timeline/VXSwfPlaceObjectTag.h"
 
+#include "framework/VXMakeTag_p.h"
+
 VXSwfPlaceObjectTag::VXSwfPlaceObjectTag(enuTagType type) : VXSwfControlTag(type) { CxForm.HasAlpha = 0; }
 
 VXSwfPlaceObjectTag::~VXSwfPlaceObjectTag() = default;
@@ -25,14 +27,10 @@ VXErrorCodeEnum VXSwfPlaceObjectTag::DumpToStream(VXBitStream& out) {
 }
 
 VXSwfTag* VXSwfPlaceObjectTag::Copy() {
-    VXSwfTag* tag = VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_PLACEOBJECT, 0, 0);
-    auto* copy = dynamic_cast<VXSwfPlaceObjectTag*>(tag);
-    if (copy == nullptr) {
-        VXSwfTagFactory::DeleteTag(tag);
-        return nullptr;
-    }
+    auto copy = VXMakeTag<VXSwfPlaceObjectTag>(VXSwfTagFactory::TAG_PLACEOBJECT);
+    if (copy == nullptr) return nullptr;
     *copy = *this;
-    return copy;
+    return copy.release();
 }
 
 void VXSwfPlaceObjectTag::SetCharacterId(unsigned short id) { CharacterId = id; }

@@ -1,5 +1,7 @@
 #include "timeline/VXSwfRemoveObjectTag.h"
 
+#include "framework/VXMakeTag_p.h"
+
 #include <string>
 
 VXSwfRemoveObjectTag::VXSwfRemoveObjectTag(enuTagType type) : VXSwfControlTag(type) {}
@@ -23,15 +25,11 @@ VXErrorCodeEnum VXSwfRemoveObjectTag::DumpToStream(VXBitStream& out) {
 }
 
 VXSwfTag* VXSwfRemoveObjectTag::Copy() {
-    VXSwfTag* tag = VXSwfTagFactory::CreateTagOfType(GetTagType(), 0, 0);
-    auto* copy = dynamic_cast<VXSwfRemoveObjectTag*>(tag);
-    if (copy == nullptr) {
-        VXSwfTagFactory::DeleteTag(tag);
-        return nullptr;
-    }
+    auto copy = VXMakeTag<VXSwfRemoveObjectTag>(GetTagType());
+    if (copy == nullptr) return nullptr;
     copy->CharacterId = CharacterId;
     copy->Depth = Depth;
-    return copy;
+    return copy.release();
 }
 
 void VXSwfRemoveObjectTag::GetTextInfo(VXString& text) {

@@ -1,5 +1,7 @@
 #include "timeline/VXSwfVXSpecialTag.h"
 
+#include "framework/VXMakeTag_p.h"
+
 VXSwfVXSpecialTag::VXSwfVXSpecialTag(enuTagType type) : VXSwfControlTag(type) {}
 
 VXSwfVXSpecialTag::~VXSwfVXSpecialTag() = default;
@@ -11,11 +13,10 @@ VXErrorCodeEnum VXSwfVXSpecialTag::DumpToStream(VXBitStream& out) {
 }
 
 VXSwfTag* VXSwfVXSpecialTag::Copy() {
-    VXSwfTag* copy = VXSwfTagFactory::CreateTagOfType(GetTagType(), 0, 0);
-    if (auto* special = dynamic_cast<VXSwfVXSpecialTag*>(copy)) {
-        special->SpecificData = VXByteBlock::CopyOf(SpecificData.GetBytes(), SpecificData.GetSize());
-    }
-    return copy;
+    auto copy = VXMakeTag<VXSwfVXSpecialTag>(GetTagType());
+    if (copy != nullptr)
+        copy->SpecificData = VXByteBlock::CopyOf(SpecificData.GetBytes(), SpecificData.GetSize());
+    return copy.release();
 }
 
 VXErrorCodeEnum VXSwfVXSpecialTag::SetSpecificData(const unsigned char* data, unsigned int size) {

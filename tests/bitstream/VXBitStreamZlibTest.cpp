@@ -226,7 +226,9 @@ TEST_F(VXBitStreamZlib, StreamedFailures) {
     EXPECT_EQ(stream.StreamedCompress(8), 0);
     EXPECT_EQ(theMessage, "Error reading input Stream for compression");
     EXPECT_EQ(MemoryOf(target), kHeader);
-    EXPECT_EQ(stream.StreamedCompress(9), 0);
+    theMessage.clear();
+    EXPECT_EQ(stream.StreamedCompress(9), 0) << "a source that ends within the header";
+    EXPECT_EQ(theMessage, "Error reading input Stream for compression");
 
     theMessage.clear();
     Fill(source, Join({kHeader, Noise(1000)}));

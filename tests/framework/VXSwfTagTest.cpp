@@ -123,6 +123,9 @@ TEST(VXSwfTag, IdsAndReferencesAreTheFirstWord) {
     EXPECT_EQ(single->GetReferencedID(), 0);
     EXPECT_EQ(single->GetCharacterIdFromData(), 0);
     EXPECT_EQ(DumpOf(*single), TagBytes(73, Hex("34")));
+    const TagPtr built = MakeTag(73, 0);
+    built->SetCharacterId(5);
+    EXPECT_EQ(built->GetCharacterIdFromData(), 5) << "without a body, the ID that was set";
 }
 
 TEST(VXSwfTag, ReferencesFollowTheMap) {

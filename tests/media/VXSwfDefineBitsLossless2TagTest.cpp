@@ -58,12 +58,14 @@ TEST(VXSwfDefineBitsLossless2Tag, ClearsTheTopBitOf15BitPixels) {
     const Bytes pixels = Hex("FF FF 80 01 7F 00   01 02 03 04 85 06");
     EXPECT_EQ(tag->CreateImage(VXImage16BPP(3, 2, pixels.data())), kVXSuccess);
     EXPECT_EQ(Inflated(*tag), Hex("7F FF 00 01 7F 00 00 00   01 02 03 04 05 06 00 00"));
-    EXPECT_EQ(tag->CreateImage(VXImage16BPP(7, 9, nullptr)), kVXFailure);
+    EXPECT_EQ(tag->CreateImage(VXImage16BPP(7, 9, nullptr)), kVXFailure) << "and the old block stays";
+    const std::string size = std::to_string(tag->GetZlibBitmapDataSize());
     VXString text;
     tag->GetTextInfo(text);
     EXPECT_EQ(text.GetUTF8String(),
               "TAG_DEFINEBITSLOSSLESS2(36) - Id=0 - Format=15Bit - Width=7 - Height=9 - ColorTableSize=0 - "
-              "BitmapDataSize=0");
+              "BitmapDataSize=" +
+                  size);
 }
 
 TEST(VXSwfDefineBitsLossless2Tag, DumpsUnderALongHeader) {
@@ -79,6 +81,12 @@ TEST(VXSwfDefineBitsLossless2Tag, DumpsUnderALongHeader) {
     const auto length = static_cast<unsigned char>(8 + block.size());
     EXPECT_EQ(DumpOf(*tag),
               Join({Hex("3F 09"), Bytes{length}, Hex("00 00 00 02 01 03 01 00 01 00 00"), block}));
+}
+
+TEST(VXSwfDefineBitsLossless2Tag, APictureOfNoSizeHasABlockOfNothing) {
+    EXPECT_EQ(TrueColor(0, 0, {}), Bytes());
+    EXPECT_EQ(TrueColor(0, 3, {}), Bytes());
+    EXPECT_EQ(Palette(0, 0, {}, 0xFF), Bytes());
 }
 
 TEST(VXSwfDefineBitsLossless2Tag, TakesTheUpperLeftPartOfAPictureThatIsTooWide) {

@@ -83,16 +83,14 @@ std::shared_ptr<const VXFontList> VXFontList::Load() {
     if (config == nullptr) return list;
 
     std::unordered_map<std::string, std::size_t> indices;
-    for (const FcSetName set : {FcSetSystem, FcSetApplication}) {
-        const FcFontSet* patterns = FcConfigGetFonts(config.get(), set);
-        for (int i = 0; patterns != nullptr && i < patterns->nfont; ++i) {
-            std::string family;
-            VXFontRecord font;
-            if (!ReadPattern(patterns->fonts[i], family, font)) continue;
-            const auto [entry, isNew] = indices.try_emplace(family, list->m_Families.size());
-            if (isNew) list->m_Families.push_back({std::move(family), {}});
-            list->m_Families[entry->second].fonts.push_back(std::move(font));
-        }
+    const FcFontSet* patterns = FcConfigGetFonts(config.get(), FcSetSystem);
+    for (int i = 0; patterns != nullptr && i < patterns->nfont; ++i) {
+        std::string family;
+        VXFontRecord font;
+        if (!ReadPattern(patterns->fonts[i], family, font)) continue;
+        const auto [entry, isNew] = indices.try_emplace(family, list->m_Families.size());
+        if (isNew) list->m_Families.push_back({std::move(family), {}});
+        list->m_Families[entry->second].fonts.push_back(std::move(font));
     }
     for (VXFontFamily& family : list->m_Families) Arrange(family);
     return list;

@@ -36,7 +36,6 @@ public:
     /// False when the outline is damaged. Positions keep the units of `outline`.
     bool Load(const FT_Outline& outline);
 
-    bool IsEmpty() const { return m_Steps.empty(); }
     /// Around all points, controls included; without extent at 0 when there are none.
     TYBox GetBox(const VXTransform& transform) const;
     /// Appends a move, the lines and curves, and a close for each contour, as floats. Quadratics go out as
