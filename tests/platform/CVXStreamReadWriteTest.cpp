@@ -6,13 +6,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
+#include <algorithm>
 #include <climits>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -153,32 +151,37 @@ struct Values {
 };
 
 TEST_P(EveryStream, CarriesEveryTypeInBothByteOrders) {
-    const Bytes little = {0xFE, 0xFF, 0x34, 0x12,                          // -2, 0x1234
-                          0xFD, 0xFF, 0xFF, 0xFF, 0x78, 0x56, 0x34, 0x12,  // -3, 0x12345678
-                          0xFC, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,  // -4
-                          0xFB, 0xFF, 0xFF, 0xFF, 0x01, 0x02, 0x03, 0x04,  // -5, 0x04030201
-                          0xFA, 0xFF, 0xFF, 0xFF, 0x05, 0x06, 0x07, 0x08,  // -6, 0x08070605
-                          0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xF8, 0xBF,  // -1.5
-                          0x00, 0x00, 0x20, 0x40,                          // 2.5
-                          0x01, 0x01, 0x7F,                                // true, a flag of 2, a byte
-                          0x03, 0x00, 0x00, 0x00, 'x',  0xC3, 0xA9};       // text
-    const Bytes big = {0xFF, 0xFE, 0x12, 0x34,                             //
-                       0xFF, 0xFF, 0xFF, 0xFD, 0x12, 0x34, 0x56, 0x78,     //
-                       0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFC,     //
-                       0xFF, 0xFF, 0xFF, 0xFB, 0x04, 0x03, 0x02, 0x01,     //
-                       0xFF, 0xFF, 0xFF, 0xFA, 0x08, 0x07, 0x06, 0x05,     //
-                       0xBF, 0xF8, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,     //
-                       0x40, 0x20, 0x00, 0x00,                             //
-                       0x01, 0x01, 0x7F,                                   //
-                       0x00, 0x00, 0x00, 0x03, 'x',  0xC3, 0xA9};
+    const std::vector<Bytes> fields = {{0xFE, 0xFF},                               // -2
+                                       {0x34, 0x12},                               // 0x1234
+                                       {0xFD, 0xFF, 0xFF, 0xFF},                   // -3
+                                       {0x78, 0x56, 0x34, 0x12},                   // 0x12345678
+                                       {0xFC, 255, 255, 255, 255, 255, 255, 255},  // -4
+                                       {0xFB, 0xFF, 0xFF, 0xFF},                   // -5
+                                       {0x01, 0x02, 0x03, 0x04},                   // 0x04030201
+                                       {0xFA, 0xFF, 0xFF, 0xFF},                   // -6
+                                       {0x05, 0x06, 0x07, 0x08},                   // 0x08070605
+                                       {0, 0, 0, 0, 0, 0, 0xF8, 0xBF},             // -1.5
+                                       {0x00, 0x00, 0x20, 0x40},                   // 2.5
+                                       {0x01},                                     // true
+                                       {0x01},                                     // a flag of 2
+                                       {0x7F},                                     // a byte
+                                       {0x03, 0x00, 0x00, 0x00},                   // the length of a text
+                                       {'x'},
+                                       {0xC3},
+                                       {0xA9}};
     for (const short swap : {short{0}, short{2}}) {
+        Bytes wire;
+        for (Bytes field : fields) {
+            if (swap != 0) std::reverse(field.begin(), field.end());
+            wire.insert(wire.end(), field.begin(), field.end());
+        }
         Values out = {-2, 0x1234, -3,   -5,   -6, 0x12345678, 0x04030201, 0x08070605,
                       -4, -1.5,   2.5F, true, 2,  0x7F,       "x\xC3\xA9"};
         stream->SetSwapping(swap);
         stream->SetMode(IVXStream::kWrite);
         stream->Seek(0, kVXSeekFromStart);
         ASSERT_EQ(out.Xfer(*stream), 15);
-        EXPECT_EQ(Contents(*stream), swap != 0 ? big : little);
+        EXPECT_EQ(Contents(*stream), wire);
 
         Values in = {};
         stream->Seek(0, kVXSeekFromStart);
@@ -190,63 +193,43 @@ TEST_P(EveryStream, CarriesEveryTypeInBothByteOrders) {
 }
 
 TEST_P(EveryStream, ValuesThatAreCutShortStayAsTheyWere) {
-    Put(*stream, {2, 0, 0});
+    Put(*stream, {0xFF, 0xFF, 0xFF, 0xFF, 'a', 'b'});
     stream->SetMode(IVXStream::kRead);
-    const auto atStart = [&] {
-        stream->Seek(0, kVXSeekFromStart);
-        return stream.get();
-    };
-    std::int32_t s32 = 7;
-    std::int64_t s64 = 7;
-    double d = 7;
-    EXPECT_EQ(atStart()->XferInt32(s32) + atStart()->XferInt64(s64) + atStart()->XferRealNumber(d), 0);
-    EXPECT_TRUE(s32 == 7 && s64 == 7 && d == 7);
-    unsigned char byte = 7;
-    bool b = true;
-    std::uint16_t u16 = 7;
+    stream->Seek(0, kVXSeekFromStart);
+    VXString text("old");
+    EXPECT_EQ(stream->XferString(text), 0) << "a length that lies";
+    EXPECT_EQ(text, "old");
+
+    std::int64_t whole = 7;
+    double real = 7;
+    stream->Seek(0, kVXSeekFromStart);
+    EXPECT_EQ(stream->XferInt64(whole), 0);
+    stream->Seek(0, kVXSeekFromStart);
+    EXPECT_EQ(stream->XferRealNumber(real), 0);
+    bool flag = true;
     stream->Seek(0, kVXSeekFromEnd);
-    EXPECT_EQ(stream->XferByte(byte) + stream->XferBool(b) + stream->XferInt16(u16), 0);
-    EXPECT_TRUE(byte == 7 && b && u16 == 7);
+    EXPECT_EQ(stream->XferBool(flag), 0);
+    EXPECT_TRUE(whole == 7 && real == 7 && flag);
     EXPECT_EQ(stream->GetStreamState(), kVXStreamAtEnd) << "the end of the data is not a failure";
 }
 
-TEST_P(EveryStream, StringLengthsAreCheckedBeforeMemoryIsTaken) {
-    Put(*stream, {0xFF, 0xFF, 0xFF, 0xFF, 'a', 'b'});
-    VXString text("old");
-    stream->SetMode(IVXStream::kRead);
-    stream->Seek(0, kVXSeekFromStart);
-    rusage before = {}, after = {};
-    getrusage(RUSAGE_SELF, &before);
-    EXPECT_EQ(stream->XferString(text), 0);
-    getrusage(RUSAGE_SELF, &after);
-    EXPECT_EQ(text, "old");
-    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 << 10) << "KiB";
-
-    stream->SetMode(IVXStream::kWrite);
-    stream->Seek(0, kVXSeekFromStart);
-    VXString empty;
-    ASSERT_EQ(stream->XferString(empty), 1);
-    stream->SetEndOfStream();
-    EXPECT_EQ(Contents(*stream), Bytes(4, 0));
-    stream->Seek(0, kVXSeekFromStart);
-    EXPECT_EQ(stream->XferString(text), 1);
-    EXPECT_TRUE(text.empty());
-}
-
-TEST_P(EveryStream, RefusesImpossibleCounts) {
+TEST_P(EveryStream, RefusesImpossibleCountsAndSeeks) {
     Put(*stream, {1, 2, 3});
     unsigned char byte = 9;
     for (const auto mode : {IVXStream::kRead, IVXStream::kWrite}) {
         stream->SetMode(mode);
-        stream->Seek(0, kVXSeekFromStart);
-        EXPECT_EQ(stream->XferByte(&byte, 0), 0);
-        EXPECT_EQ(stream->XferByte(&byte, -1), 0);
-        EXPECT_EQ(stream->XferByte(&byte, INT_MIN), 0);
+        stream->Seek(2, kVXSeekFromStart);
+        for (const int count : {0, -1, INT_MIN}) EXPECT_EQ(stream->XferByte(&byte, count), 0);
         EXPECT_EQ(stream->XferByte(nullptr, 3), 0);
-        EXPECT_EQ(stream->Tell(), 0U);
+        EXPECT_EQ(stream->Seek(-1, kVXSeekFromStart), 0);
+        EXPECT_EQ(stream->Seek(-3, kVXSeekFromCurrent), 0);
+        EXPECT_EQ(stream->Seek(INT_MIN, kVXSeekFromEnd), 0);
+        EXPECT_EQ(stream->Seek(0, static_cast<VXSeekFromWhere>(3)), 0);
+        EXPECT_EQ(stream->Tell(), 2U);
     }
+    EXPECT_EQ(stream->Seek(-2, kVXSeekFromEnd), 1);
+    EXPECT_EQ(stream->Seek(-1, kVXSeekFromCurrent), 1);
     EXPECT_EQ(Contents(*stream), (Bytes{1, 2, 3}));
-    EXPECT_EQ(stream->GetStreamState(), kVXStreamAtEnd);
 }
 
 TEST_P(EveryStream, BehavesLikeAPlainArray) {
@@ -300,21 +283,6 @@ TEST_P(EveryStream, BehavesLikeAPlainArray) {
     EXPECT_EQ(Contents(*stream), model);
 }
 
-TEST_P(EveryStream, SeeksFromThreeOriginsAndRefusesTheRest) {
-    Put(*stream, Pattern(10));
-    EXPECT_EQ(stream->Seek(-4, kVXSeekFromCurrent), 1);
-    EXPECT_EQ(stream->Tell(), 6U);
-    EXPECT_EQ(stream->Seek(-10, kVXSeekFromEnd), 1);
-    EXPECT_EQ(stream->Tell(), 0U);
-    EXPECT_EQ(stream->Seek(3, kVXSeekFromStart), 1);
-
-    EXPECT_EQ(stream->Seek(-1, kVXSeekFromStart), 0);
-    EXPECT_EQ(stream->Seek(-4, kVXSeekFromCurrent), 0);
-    EXPECT_EQ(stream->Seek(INT_MIN, kVXSeekFromEnd), 0);
-    EXPECT_EQ(stream->Seek(0, static_cast<VXSeekFromWhere>(3)), 0);
-    EXPECT_EQ(stream->Tell(), 3U);
-}
-
 TEST_P(EveryStream, EndsAtTheLastPositionThatTellCanAnswer) {
     EXPECT_EQ(stream->Seek(INT_MAX, kVXSeekFromStart), 1);
     EXPECT_EQ(stream->Seek(INT_MAX, kVXSeekFromCurrent), 1);
@@ -347,20 +315,6 @@ TEST(CVXStreamReadWrite, MemoryStartsWithACopy) {
     EXPECT_EQ(none.GetMemorySize(), 0U);
     EXPECT_EQ(none.GetStreamState(), kVXStreamAtEnd);
     (new CVXStreamReadWrite)->Destroy();
-}
-
-TEST(CVXStreamReadWrite, MemoryGrowsGeometrically) {
-    CVXStreamReadWrite stream;
-    stream.SetMode(IVXStream::kWrite);
-    int blocks = 0;
-    const unsigned char* block = nullptr;
-    for (int i = 0; i < 1 << 20; ++i) {
-        auto byte = static_cast<unsigned char>(i);
-        ASSERT_EQ(stream.XferByte(byte), 1);
-        if (stream.GetMemory() != block) ++blocks;
-        block = stream.GetMemory();
-    }
-    EXPECT_LT(blocks, 40);
 }
 
 // ---- files
@@ -414,47 +368,20 @@ TEST(CVXStreamReadWrite, AnExistingFileIsReadOnly) {
 
 TEST(CVXStreamReadWrite, FlushCloseAndDestructionBringTheBufferOut) {
     const ScratchFile file;
-    const auto make = [&] {
+    for (const int way : {0, 1, 2}) {
         auto stream = std::make_unique<CVXStreamReadWrite>(file.Path(), CVXStreamReadWrite::kCreateOrEmpty);
         stream->SetMode(IVXStream::kWrite);
         Put(*stream, {1, 2, 3});
-        return stream;
-    };
-    auto stream = make();
-    EXPECT_TRUE(file.Read().empty()) << "a small write is no system call";
-    stream->Flush();
-    EXPECT_EQ(file.Read(), (Bytes{1, 2, 3}));
-    stream = make();
-    stream->Close();
-    EXPECT_EQ(file.Read(), (Bytes{1, 2, 3}));
-    EXPECT_EQ(stream->Open(), 0);
-    EXPECT_EQ(stream->GetStreamState(), kVXStreamAtEnd);
-    unsigned char byte = 9;
-    EXPECT_EQ(stream->XferByte(byte), 0);
-    stream = make();
-    stream.reset();
-    EXPECT_EQ(file.Read(), (Bytes{1, 2, 3}));
-}
-
-TEST(CVXStreamReadWrite, StaysInsideItsBuffer) {
-    const ScratchFile file;
-    file.Overwrite(Pattern(kBuffer));
-    CVXStreamReadWrite stream(open(file.Path(), O_RDWR | O_CLOEXEC));
-    EXPECT_EQ(Get(stream, 10), Pattern(10));
-    // The file changes behind the stream's back; whatever is still served from the buffer shows no change.
-    file.Overwrite(Bytes(kBuffer, 0));
-    stream.Seek(kBuffer - 10, kVXSeekFromStart);
-    EXPECT_EQ(Get(stream, 10), Part(Pattern(kBuffer), kBuffer - 10, kBuffer));
-    stream.Seek(0, kVXSeekFromStart);
-    stream.SetMode(IVXStream::kWrite);
-    Put(stream, {1, 2});
-    stream.SetMode(IVXStream::kRead);
-    EXPECT_EQ(Get(stream, 8), Part(Pattern(10), 2, 10));
-    EXPECT_EQ(file.Read(), Bytes(kBuffer, 0));
-    stream.Flush();
-    Bytes expected(kBuffer, 0);
-    expected[0] = 1, expected[1] = 2;
-    EXPECT_EQ(file.Read(), expected) << "only what was written comes out";
+        EXPECT_TRUE(file.Read().empty()) << "a small write is no system call";
+        if (way == 0) stream->Flush();
+        if (way == 1) stream->Close();
+        if (way == 2) stream.reset();
+        EXPECT_EQ(file.Read(), (Bytes{1, 2, 3})) << way;
+        if (way != 1) continue;
+        EXPECT_EQ(stream->Open(), 0);
+        unsigned char byte = 9;
+        EXPECT_EQ(stream->XferByte(byte), 0);
+    }
 }
 
 TEST(CVXStreamReadWrite, ADescriptorIsTakenOverAndClosedOnce) {
@@ -473,35 +400,17 @@ TEST(CVXStreamReadWrite, ADescriptorIsTakenOverAndClosedOnce) {
     close(descriptor);
 }
 
-TEST(CVXStreamReadWrite, AFileThatShrinksEndsEarly) {
-    const ScratchFile file;
-    file.Overwrite(Pattern(3 * kBuffer));
-    CVXStreamReadWrite stream(file.Path(), CVXStreamReadWrite::kOpenExisting);
-    ASSERT_EQ(truncate(file.Path(), kBuffer), 0);
-    EXPECT_EQ(Get(stream, 2 * kBuffer), Pattern(kBuffer));
-    EXPECT_EQ(stream.GetStreamState(), kVXStreamAtEnd);
-}
-
 TEST(CVXStreamReadWrite, AFullDiskStaysToBeSeen) {
-    CVXStreamReadWrite stream("/dev/full", CVXStreamReadWrite::kCreateOrEmpty);
-    ASSERT_EQ(stream.Open(), 1);
-    stream.SetMode(IVXStream::kWrite);
-    Put(stream, {1, 2, 3});
-    stream.Flush();
-    EXPECT_EQ(stream.GetStreamState(), kVXStreamFailed);
-    stream.Seek(0, kVXSeekFromStart);
-    stream.SetMode(IVXStream::kRead);
-    EXPECT_EQ(stream.GetStreamState(), kVXStreamFailed)
-        << "a writer that patches its header must not hide it";
-    stream.SetMode(IVXStream::kWrite);
-    Bytes large(2 * kBuffer);
-    EXPECT_EQ(Xfer(stream, large), 0);
-
-    CVXStreamReadWrite closed("/dev/full", CVXStreamReadWrite::kCreateOrEmpty);
-    closed.SetMode(IVXStream::kWrite);
-    Put(closed, {1});
-    closed.Close();
-    EXPECT_EQ(closed.GetStreamState(), kVXStreamFailed);
+    for (const bool isClosed : {false, true}) {
+        CVXStreamReadWrite stream("/dev/full", CVXStreamReadWrite::kCreateOrEmpty);
+        stream.SetMode(IVXStream::kWrite);
+        Put(stream, {1, 2, 3});
+        isClosed ? stream.Close() : stream.Flush();
+        EXPECT_EQ(stream.GetStreamState(), kVXStreamFailed);
+        stream.Seek(0, kVXSeekFromStart);
+        stream.SetMode(IVXStream::kRead);
+        EXPECT_EQ(stream.GetStreamState(), kVXStreamFailed) << "a writer that goes back must not hide it";
+    }
 }
 
 /// No file grows beyond `size` as long as this lives.
@@ -551,21 +460,15 @@ TEST(CVXStreamReadWrite, FilesBeyondThePositionsAreReadAsFarAsTheyReach) {
     ASSERT_EQ(truncate(file.Path(), (off_t{1} << 32) + 10), 0);  // sparse: takes no space
     CVXStreamReadWrite stream(open(file.Path(), O_RDWR | O_CLOEXEC));
     EXPECT_EQ(stream.Seek(0, kVXSeekFromEnd), 0);
-    stream.Seek(INT_MAX, kVXSeekFromStart);
-    stream.Seek(INT_MAX, kVXSeekFromCurrent);
-    EXPECT_EQ(stream.GetStreamState(), kVXStreamGood);
-    EXPECT_EQ(Get(stream, 5), Bytes{0});
-    EXPECT_EQ(stream.Tell(), 4294967295U);
-    EXPECT_EQ(stream.GetStreamState(), kVXStreamAtEnd);
-    stream.SetMode(IVXStream::kWrite);
-    for (const int room : {1, 2}) {  // inside the buffer, and before it
+    for (const auto mode : {IVXStream::kRead, IVXStream::kWrite}) {
+        stream.SetMode(mode);
         stream.Seek(INT_MAX, kVXSeekFromStart);
         stream.Seek(INT_MAX, kVXSeekFromCurrent);
-        stream.Seek(1 - room, kVXSeekFromCurrent);
-        Bytes bytes = {1, 2, 3};
-        EXPECT_EQ(Xfer(stream, bytes), room);
+        Bytes bytes(5);
+        EXPECT_EQ(Xfer(stream, bytes), 1);
+        EXPECT_EQ(stream.Tell(), 4294967295U);
+        EXPECT_EQ(stream.GetStreamState(), mode == IVXStream::kRead ? kVXStreamAtEnd : kVXStreamFailed);
     }
-    EXPECT_EQ(stream.GetStreamState(), kVXStreamFailed);
 }
 
 }  // namespace
