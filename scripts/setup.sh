@@ -12,6 +12,8 @@ packages=(
   zlib1g-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core
   # the command, the tests and the benchmarks
   libcli11-dev nlohmann-json3-dev libpng-dev libgtest-dev libgmock-dev libbenchmark-dev
+  # Debian packages
+  dpkg-dev file
 )
 
 # dpkg-query fails when it knows nothing of one of the names: that package is missing like any other.

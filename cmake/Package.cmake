@@ -1,0 +1,43 @@
+# `cpack` in the build directory makes Debian packages. Their layout is Debian's in a build by the preset `package`, whose
+# prefix is /usr.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_VENDOR "vxswf maintainers")
+set(CPACK_PACKAGE_CONTACT "vxswf maintainers <maintainers@vxswf.invalid>")
+set(CPACK_STRIP_FILES ON)
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+
+set(CPACK_COMPONENTS_ALL dev)
+set(CPACK_DEBIAN_DEV_PACKAGE_NAME libvxswf-dev)
+set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEV_DESCRIPTION "What a program needs to be built with libvxswf: headers, a CMake package and
+files for pkg-config.")
+if(BUILD_SHARED_LIBS)
+  list(PREPEND CPACK_COMPONENTS_ALL runtime)
+  set(CPACK_COMPONENT_DEV_DEPENDS runtime)
+  set(CPACK_COMPONENT_COMMAND_DEPENDS runtime)
+  set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libvxswf${VXSWF_ABI})
+  set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+  set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "The movie library, libvxswf, and libvxplatform, which stands for what a host
+provides.")
+  set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+  set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY >=)
+else()
+  set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS zlib1g-dev)
+  if(VXSWF_TYPE_ENGINE)
+    string(APPEND CPACK_DEBIAN_DEV_PACKAGE_DEPENDS ", libfreetype-dev, libfontconfig-dev")
+  endif()
+endif()
+if(VXSWF_BUILD_COMMAND)
+  list(APPEND CPACK_COMPONENTS_ALL command)
+  set(CPACK_DEBIAN_COMMAND_PACKAGE_NAME vxswf)
+  set(CPACK_DEBIAN_COMMAND_PACKAGE_SECTION utils)
+  set(CPACK_DEBIAN_COMMAND_DESCRIPTION "The command vxswf, which lists, copies and merges movies and builds one that shows
+what libvxswf can make.")
+endif()
+include(CPack)
