@@ -33,6 +33,7 @@ UMBRELLA = "vxswf.h"
 PROGRAMS = {
     "apps": ("apps",),
     "examples": ("examples",),
+    "docs": ("docs",),
     "tests": ("tests", "apps"),
     "fuzz": ("fuzz", "tests"),
     "benchmarks": ("benchmarks", "tests"),

@@ -13,7 +13,7 @@ step "layers"
 python3 scripts/checklayers.py
 
 step "format"
-find src apps examples tests fuzz benchmarks \( -name '*.h' -o -name '*.cpp' \) -print0 |
+find src apps examples docs tests fuzz benchmarks \( -name '*.h' -o -name '*.cpp' \) -print0 |
   xargs -0 -r -n 16 -P "$jobs" clang-format --dry-run --Werror
 
 step "build with g++"

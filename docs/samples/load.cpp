@@ -1,0 +1,84 @@
+// Loading: from a file and from memory, what failures mean, what a tag is, what lies inside sprites.
+//
+//     load IN.swf...
+#include <string>
+#include <vector>
+
+#include "kit.h"
+
+namespace {
+
+bool LoadFile(VXFlintFile& movie, const char* path) {
+    CVXStreamReadWrite in(path, CVXStreamReadWrite::kOpenExisting);
+    if (in.Open() == 0) {
+        std::cerr << path << " cannot be opened\n";
+        return false;
+    }
+    if (const VXErrorCodeEnum code = movie.LoadFromStream(&in); code != kVXSuccess) {
+        std::cerr << path << " is damaged (" << code << "); " << movie.GetNumTags() << " tags were read\n";
+        return false;
+    }
+    return true;
+}
+
+bool LoadBytes(VXFlintFile& movie, const std::vector<unsigned char>& bytes) {
+    CVXStreamReadWrite in(bytes.data(), bytes.size());  // copies them
+    return movie.LoadFromStream(&in) == kVXSuccess;
+}
+
+void List(const VXSwfTagSet& set, const std::string& margin) {
+    for (VXSwfTag* tag : set) {
+        VXString text;
+        tag->GetTextInfo(text);
+        std::cout << margin << text.GetUTF8String() << ", " << tag->GetTagLen() << " bytes\n";
+        if (const auto* sprite = dynamic_cast<const VXSwfDefineSpriteTag*>(tag))
+            List(*sprite, margin + "    ");
+    }
+}
+
+/// Bytes of the scripts of version 3, a type that loads raw.
+unsigned int CountBytecode(const VXFlintFile& movie) {
+    unsigned int size = 0;
+    for (VXSwfTag* tag : movie) {
+        if (tag->GetTagType() != VXSwfTagFactory::TAG_DOABC) continue;
+        VXBitStream body = tag->GetDataStream();  // borrows what is there, whatever length the tag states
+        unsigned int flags = 0;
+        unsigned char unit = 1;
+        VXErrorCodeEnum code = body.ReadDWord(flags);
+        while (code == kVXSuccess && unit != 0) code = body.ReadByte(unit);  // a name, up to a NUL
+        if (code == kVXSuccess) size += body.GetRemaining();
+    }
+    return size;
+}
+
+/// For a host that looks at placements alone and wants everything else to come out as it came in.
+bool LoadRaw(VXFlintFile& movie, const char* path) {
+    CVXStreamReadWrite in(path, CVXStreamReadWrite::kOpenExisting);
+    movie.SetParsingMode(1);  // placements of type 26, sprites and file attributes are parsed; nothing else
+    return movie.LoadFromStream(&in) == kVXSuccess;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Expect(argc > 1, "movies are given");
+    for (int i = 1; i < argc; ++i) {
+        VXFlintFile movie;
+        Expect(LoadFile(movie, argv[i]), "the movie loads");
+        List(movie, "");
+        const bool hasBytecode = movie.FindNthTagOfType(VXSwfTagFactory::TAG_DOABC, 1) !=
+                                 movie.end();  // four bytes, in scripts.swf
+        Expect(CountBytecode(movie) == (hasBytecode ? 4u : 0u), "bytecode is what follows flags and name");
+        VXFlintFile raw;
+        Expect(LoadRaw(raw, argv[i]) && raw.GetNumTags() == movie.GetNumTags(), "raw tags are as many");
+    }
+
+    VXFlintFile damaged;
+    Expect(!LoadBytes(damaged, {'F', 'W', 'S', 9, 20, 0, 0, 0}), "a header that ends early is a failure");
+    // A header, a rectangle of no size, and a tag (type 9) that ends before its length.
+    VXFlintFile cut;
+    Expect(LoadBytes(cut, {'F', 'W', 'S', 9, 20, 0, 0, 0, 0, 0, 24, 1, 0, 0x43, 0x02, 0xFF}),
+           "a body that is cut short is none");
+    Expect(cut.GetNumTags() == 1 && cut.GetFrameRate() == 24, "what is there was read");
+    return 0;
+}
