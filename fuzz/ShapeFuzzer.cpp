@@ -7,7 +7,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 #include "Support.h"
@@ -20,35 +19,12 @@ constexpr std::size_t kMostEntries = 256;
 /// Pixels. A dash every few of them, and every edge still fits its field.
 constexpr double kFarthest = 500.0;
 
-using TagPtr = std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)>;
-
-TagPtr MakeShape(unsigned int version, short limitedClasses) {
-    static constexpr VXSwfTagFactory::enuTagType kTypes[] = {
-        VXSwfTagFactory::TAG_DEFINESHAPE, VXSwfTagFactory::TAG_DEFINESHAPE2,
-        VXSwfTagFactory::TAG_DEFINESHAPE3, VXSwfTagFactory::TAG_DEFINESHAPE4};
-    return {VXSwfTagFactory::CreateTagOfType(kTypes[version], limitedClasses, 0),
-            &VXSwfTagFactory::DeleteTag};
-}
+constexpr unsigned int kTypes[] = {VXSwfTagFactory::TAG_DEFINESHAPE, VXSwfTagFactory::TAG_DEFINESHAPE2,
+                                   VXSwfTagFactory::TAG_DEFINESHAPE3, VXSwfTagFactory::TAG_DEFINESHAPE4};
 
 void ReadTag(Input& input, unsigned int version) {
     VXBitStream body = input.Rest();
-    const TagPtr tag = MakeShape(version, 1);
-    VXBitStream in;
-    VXIgnore(in.WriteWord(static_cast<unsigned short>(tag->GetTagType() << 6 | 63)));
-    VXIgnore(in.WriteDWord(body.GetSize()));
-    if (body.GetSize() != 0) VXIgnore(in.Write(body.GetBuffer(), body.GetSize()));
-    in.SetPosition(0);
-    VXIgnore(tag->LoadFromStream(in));  // what was read before a failure is a shape too
-    VXString text;
-    tag->GetTextInfo(text);
-    const auto map = std::make_unique<VXFlintIDMap>();
-    map->Set(1, 2);
-    tag->UpdateReferenceIDs(map.get());
-    VXBitStream out;
-    if (tag->DumpToStream(out) != kVXSuccess) return;
-    const TagPtr copy(tag->Copy(), &VXSwfTagFactory::DeleteTag);
-    VXBitStream copied;
-    VXIgnore(copy->DumpToStream(copied));  // a field that is too narrow spoils what follows
+    ExerciseTag(*MakeTag(kTypes[version], 1), body, 8);
 }
 
 /// Styles and outlines by themselves, with flags that do not fit each other.
@@ -95,7 +71,7 @@ void BuildGlyph(Input& input) {
 class Drawing {
 public:
     Drawing(Input& input, unsigned int version)
-        : m_Input(input), m_Version(version), m_Tag(MakeShape(version, 0)) {}
+        : m_Input(input), m_Version(version), m_Tag(MakeTag(kTypes[version], 0)) {}
 
     void Run(VXStrokeStyleEnum stroke) {
         auto* shape = dynamic_cast<VXSwfDefineShapeTag*>(m_Tag.get());
@@ -113,7 +89,7 @@ public:
         VXBitStream out;
         const VXErrorCodeEnum written = shape->DumpToStream(out);
         out.SetPosition(0);
-        const TagPtr again = MakeShape(m_Version, 1);
+        const TagPtr again = MakeTag(kTypes[m_Version], 1);
         const VXErrorCodeEnum loaded = again->LoadFromStream(out);
         // The lines are of the kind that the last version has, and only near places fit their fields.
         if (m_Version != 3 || !m_IsPlain) return;
@@ -141,10 +117,7 @@ private:
     template <std::size_t N>
     std::array<int, N> Wholes() {
         std::array<int, N> numbers;
-        for (int& number : numbers) {
-            const unsigned int low = m_Input.Word();
-            number = static_cast<int>(low | static_cast<unsigned int>(m_Input.Word()) << 16);
-        }
+        for (int& number : numbers) number = static_cast<int>(m_Input.DWord());
         return numbers;
     }
 

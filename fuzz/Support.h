@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "vxswf.h"
@@ -15,6 +16,57 @@ inline void Require(bool holds) {
 inline bool AreEqual(VXBitStream& left, VXBitStream& right) {
     return left.GetSize() == right.GetSize() &&
            (left.GetSize() == 0 || std::memcmp(left.GetBuffer(), right.GetBuffer(), left.GetSize()) == 0);
+}
+
+using TagPtr = std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)>;
+
+inline TagPtr Own(VXSwfTag* tag) { return {tag, &VXSwfTagFactory::DeleteTag}; }
+
+/// A tag of the factory; see there for the last two.
+inline TagPtr MakeTag(unsigned int type, short limitedClasses, unsigned int parsingMode = 0) {
+    return Own(VXSwfTagFactory::CreateTagOfType(static_cast<VXSwfTagFactory::enuTagType>(type),
+                                                limitedClasses, parsingMode));
+}
+
+/// Dumps from the start of a new stream, twice to the same bytes, and goes back to the start.
+template <typename Dumped>
+VXErrorCodeEnum DumpTwice(Dumped& dumped, VXBitStream& out) {
+    const VXErrorCodeEnum result = dumped.DumpToStream(out);
+    VXIgnore(out.FlushBits());  // has failed before where it fails
+    VXBitStream again;
+    Require(dumped.DumpToStream(again) == result);
+    VXIgnore(again.FlushBits());
+    Require(AreEqual(out, again));
+    out.SetPosition(0);
+    return result;
+}
+
+/// Loads a tag from a body alone and takes what it is then, complete or not, through all that a host does with one.
+inline void ExerciseTag(VXSwfTag& tag, VXBitStream& body, unsigned char version) {
+    VXBitStream in;
+    VXIgnore(in.WriteWord(static_cast<unsigned short>(tag.GetTagType() << 6 | 63)));
+    VXIgnore(in.WriteDWord(body.GetSize()));
+    if (body.GetSize() != 0) VXIgnore(in.Write(body.GetBuffer(), body.GetSize()));
+    in.SetPosition(0);
+    tag.SetFLVersion(version);
+    VXIgnore(tag.LoadFromStream(in));  // what was read before a failure is a tag too
+    VXString text;
+    tag.GetTextInfo(text);
+    Require(!text.empty() && tag.GetFLVersion() == version);
+    VXBitStream out;
+    VXIgnore(DumpTwice(tag, out));
+    const TagPtr copy = Own(tag.Copy());
+    if (copy != nullptr) {
+        VXBitStream copied;
+        VXIgnore(copy->DumpToStream(copied));  // a field that is too narrow spoils what follows
+    }
+    const auto map = std::make_unique<VXFlintIDMap>();
+    map->Set(1, 2);
+    tag.UpdateReferenceIDs(map.get());
+    tag.SetReferencedID(static_cast<unsigned short>(tag.GetReferencedID() + 1));
+    tag.SetCharacterId(static_cast<unsigned short>(tag.GetCharacterId() + 1));
+    VXBitStream changed;
+    VXIgnore(tag.DumpToStream(changed));
 }
 
 /// Takes the input of a fuzzer apart. What is missing at its end counts as zero.
@@ -32,10 +84,13 @@ public:
         const unsigned int low = Byte();
         return static_cast<std::uint16_t>(low | static_cast<unsigned int>(Byte()) << 8);
     }
+    std::uint32_t DWord() {
+        const std::uint32_t low = Word();
+        return low | static_cast<std::uint32_t>(Word()) << 16;
+    }
     /// Any float at all.
     float Real() {
-        const std::uint32_t low = Word();
-        const std::uint32_t bits = low | static_cast<std::uint32_t>(Word()) << 16;
+        const std::uint32_t bits = DWord();
         float value;
         std::memcpy(&value, &bits, sizeof value);
         return value;
