@@ -20,6 +20,9 @@ step "build with g++"
 cmake --preset dev
 cmake --build --preset dev --parallel "$jobs"
 
+step "reference pages"
+cmake --build --preset dev --target reference
+
 step "warnings of clang++"
 python3 scripts/clangwarnings.py build/dev
 
