@@ -1,4 +1,4 @@
-// Builds a movie from nothing: a header, two settings, and a second of frames in one colour.
+// Builds a movie from nothing: a header, two settings, a shape on the stage, and a second of frames.
 //
 //     build_movie OUT.swf
 
@@ -38,6 +38,12 @@ int main(int argc, char** argv) {
     attributes->SetHasAS3(1);
     auto* background = Append<VXSwfSetBackgroundColorTag>(movie, VXSwfTagFactory::TAG_SETBACKGROUNDCOLOR);
     background->SetRGBColor(VXFlintRGB(0x20, 0x60, 0xA0, 0, 0));
+
+    // What is shown is defined first, under an ID of its own, and then placed. Version 3 has colours with alpha.
+    auto* card = Append<VXSwfDefineShapeTag>(movie, VXSwfTagFactory::TAG_DEFINESHAPE3);
+    card->SetCharacterId(1);
+    card->CreateRoundedRectangle(0, 0, 160, 120, VXFlintRGB(0xF4, 0xF1, 0xE8, 1, 255), 16);
+    movie.PlaceObject(card, -1, VXString("card"), 80.0, 60.0, 0, {});  // at the next free depth
     movie.IncludeShowFrameTags(kFramesPerSecond, -1);
 
     CVXStreamReadWrite out(argv[1], CVXStreamReadWrite::kCreateOrEmpty);
