@@ -97,12 +97,14 @@ private:
     void Rename();
     void Export();
     void ListDependencies();
+    void Fill();
 
     // Fonts and text.
 
     void AddFont();
     void AddText();
     void AddField();
+    void PublishFont();
 
     // The whole movie.
 
@@ -127,15 +129,23 @@ private:
 };
 
 // What stands in front keeps its place, since the inputs choose by it.
-constexpr Edit::Step Edit::kSteps[] = {
-    &Edit::Choose,       &Edit::Append,          &Edit::Insert,         &Edit::InsertAgain,
-    &Edit::Move,         &Edit::Erase,           &Edit::AddFrames,      &Edit::Find,
-    &Edit::Load,         &Edit::PlaceId,         &Edit::PlaceTag,       &Edit::PlaceAndRemove,
-    &Edit::Remove,       &Edit::ChangePlacement, &Edit::ScalePlacement, &Edit::ChangeTag,
-    &Edit::CopyTag,      &Edit::Renumber,        &Edit::Rename,         &Edit::Export,
-    &Edit::AddFont,      &Edit::AddText,         &Edit::AddField,       &Edit::ListDependencies,
-    &Edit::ChangeHeader, &Edit::MergeSelf,       &Edit::MergeOther,     &Edit::Include,
-    &Edit::Close,        &Edit::CopyMovie,       &Edit::DumpAndLoad,    &Edit::AddButton};
+constexpr Edit::Step Edit::kSteps[] = {&Edit::Choose,         &Edit::Append,
+                                       &Edit::Insert,         &Edit::InsertAgain,
+                                       &Edit::Move,           &Edit::Erase,
+                                       &Edit::AddFrames,      &Edit::Find,
+                                       &Edit::Load,           &Edit::PlaceId,
+                                       &Edit::PlaceTag,       &Edit::PlaceAndRemove,
+                                       &Edit::Remove,         &Edit::ChangePlacement,
+                                       &Edit::ScalePlacement, &Edit::ChangeTag,
+                                       &Edit::CopyTag,        &Edit::Renumber,
+                                       &Edit::Rename,         &Edit::Export,
+                                       &Edit::AddFont,        &Edit::AddText,
+                                       &Edit::AddField,       &Edit::ListDependencies,
+                                       &Edit::ChangeHeader,   &Edit::MergeSelf,
+                                       &Edit::MergeOther,     &Edit::Include,
+                                       &Edit::Close,          &Edit::CopyMovie,
+                                       &Edit::DumpAndLoad,    &Edit::AddButton,
+                                       &Edit::PublishFont,    &Edit::Fill};
 
 void Edit::Run(VXBitStream bytes) {
     m_Movie.SetParsingMode(m_ParsingMode);
@@ -350,6 +360,39 @@ void Edit::ListDependencies() {
     }
 }
 
+/// Gives a tag what only a host can give it.
+void Edit::Fill() {
+    VXSwfTag* tag = Tag();
+    const unsigned short number = m_Input.Word();
+    VXBitStream bytes = m_Input.Stream(m_Input.Byte());
+    CVXStreamReadWrite stream(bytes.GetBuffer(), bytes.GetSize());
+    const VXString text(reinterpret_cast<const char*>(bytes.GetBuffer()), bytes.GetSize());
+    if (auto* start = dynamic_cast<VXSwfStartSoundTag*>(tag)) {
+        start->StartSound(number);
+    } else if (auto* data = dynamic_cast<VXSwfDefineBinaryDataTag*>(tag)) {
+        VXIgnore(data->SetBinaryData(&stream));  // 1 for no bytes
+    } else if (auto* special = dynamic_cast<VXSwfVXSpecialTag*>(tag)) {
+        VXIgnore(special->SetSpecificData(bytes.GetBuffer(), bytes.GetSize()));  // the same
+    } else if (auto* name = dynamic_cast<VXSwfDefineFontNameTag*>(tag)) {
+        Require(name->AddFontInfo(number, text, text) == kVXSuccess);
+    } else if (auto* code = dynamic_cast<VXSwfDoABCTag*>(tag)) {
+        const std::unique_ptr<unsigned char[]> old(code->GetABCData());
+        code->SetABCData(new unsigned char[number](), number);
+        code->m_Name = text;
+    } else if (auto* sprite = dynamic_cast<VXSwfDoInitActionTag*>(tag)) {
+        Require(sprite->SetSpriteReferenceID(number) == kVXSuccess);
+    } else if (auto* color = dynamic_cast<VXSwfSetBackgroundColorTag*>(tag)) {
+        color->SetRGBColor(VXFlintRGB(VXColor(number)));
+    } else if (auto* shape = dynamic_cast<VXSwfDefineShapeTag*>(tag)) {
+        shape->CreateStraightLine(number, 1, 2, number, VXFlintRGB(), number);
+    }
+    if (auto* script = dynamic_cast<VXSwfActionRecordContainer*>(tag)) {
+        auto action = std::make_unique<VXFlintActionRecord>(static_cast<unsigned char>(number));
+        action->SetData(bytes.GetBuffer(), bytes.GetSize());
+        Require(script->PushActionRecord(action.release()) == kVXSuccess);
+    }
+}
+
 void Edit::AddFont() {
     const unsigned int what = m_Input.Byte();
     auto* font = dynamic_cast<VXSwfDefineFont2Tag*>(
@@ -372,6 +415,30 @@ void Edit::AddFont() {
     // At the top, which keeps its fonts.
     m_Movie.IncludeTag(font, Frame());
     m_Fonts.push_back(font);
+}
+
+/// One that is shared with whoever asks for it again.
+void Edit::PublishFont() {
+    VXBucketSWFIDGenerator generator(m_Movie);
+    const VXString name = m_Input.Text();
+    const unsigned int what = m_Input.Byte();
+    const short bold = what & 1, italic = what >> 1 & 1;
+    VXSwfDefineFont2Tag* font =
+        VXFontPublishManager::GetDefineFontTag(name, bold, italic, &generator, &m_Movie, true);
+    Require(font != nullptr);
+    m_Fonts.push_back(font);
+    font->AddGlyphText(m_Input.Word());
+    const TagPtr temporary =
+        Own(VXFontPublishManager::GetTemporaryDefineFontTag(name, bold, italic, &generator));
+    Require(temporary != nullptr && temporary.get() != font);
+    float first = 1.0f, second = 1.0f;
+    if (!VXFontPublishManager::GetWinFontData(name, m_Input.Real(), first, second)) {
+        Require(first == 0.0f && second == 0.0f);
+    }
+    BND_NT_NMT::CTYFontInstance instance =
+        VXFontPublishManager::GetFontInstance(name, bold != 0, italic != 0, first);
+    VXFontPublishManager::CharWidth(m_Input.Word(), instance);
+    if ((what & 4) != 0) VXFontPublishManager::RemoveFontTag(name, bold, italic);
 }
 
 void Edit::AddText() {

@@ -10,8 +10,10 @@
 //     bytes  what to load
 
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <memory>
+#include <typeinfo>
 
 #include "Support.h"
 #include "vxswf.h"
@@ -179,6 +181,25 @@ void RunFields(VXBitStream& in, const Setup& setup) {
     Require(out.GetPosition() <= out.GetSize());
 }
 
+/// What was deflated comes back; what never was need not.
+void RunCompression(VXBitStream& in, const Setup& setup) {
+    constexpr unsigned int kHeader = 8;
+    VXBitStream stream;
+    VXIgnore(stream.WriteDWord(setup.flags));
+    VXIgnore(stream.WriteDWord(setup.version));
+    if (in.GetSize() != 0) VXIgnore(stream.Write(in.GetBuffer(), in.GetSize()));
+    unsigned char* deflated = nullptr;
+    unsigned int deflatedSize = 0;
+    if (stream.Compress(kHeader, 1, &deflated, &deflatedSize) != 0) delete[] deflated;
+    if (in.GetSize() != 0) {
+        Require(stream.Compress(kHeader, 0, nullptr, nullptr) != 0);
+        Require(stream.UnCompress(kHeader, kHeader + in.GetSize()) != 0);
+        Require(stream.GetSize() == kHeader + in.GetSize());
+        Require(std::memcmp(stream.GetBuffer() + kHeader, in.GetBuffer(), in.GetSize()) == 0);
+    }
+    stream.UnCompress(setup.version, setup.flags << 8);
+}
+
 using Runner = void (*)(VXBitStream&, const Setup&);
 
 // What stands in front keeps its place, since the inputs choose by it.
@@ -216,12 +237,32 @@ constexpr Runner kRecords[] = {Run<VXFlintRectangle>,
                                Run<VXFlintActionRecord>,
                                Run<VXFlintActionRecords>,
                                RunParse,
-                               RunFields};
+                               RunFields,
+                               RunCompression};
+
+/// Of a class that a host may copy without a dump.
+template <typename Tag>
+void CheckCopy(VXSwfTag& tag) {
+    if (typeid(tag) != typeid(Tag)) return;
+    auto& original = static_cast<Tag&>(tag);
+    Tag copy(original);
+    for (int way = 0; way < 2; ++way) {
+        VXBitStream out, copied;
+        Require(DumpTwice(original, out) == DumpTwice(copy, copied));
+        Require(AreEqual(out, copied));
+        copy = original;
+    }
+}
 
 void RunTag(VXBitStream& body, unsigned int type, const Setup& setup) {
     const TagPtr tag = MakeTag(type, setup.Flag(0), setup.flags >> 1 & 1u);
     tag->SetIsLongTag(setup.Flag(2));
     ExerciseTag(*tag, body, setup.version);
+    CheckCopy<VXSwfPlaceObject2Tag>(*tag);
+    CheckCopy<VXSwfPlaceObject3Tag>(*tag);
+    CheckCopy<VXSwfDefineButton2Tag>(*tag);
+    CheckCopy<VXSwfDefineEditTextTag>(*tag);
+    CheckCopy<VXSwfDefineFont2Tag>(*tag);
 }
 
 }  // namespace
