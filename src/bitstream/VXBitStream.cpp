@@ -17,6 +17,8 @@ namespace {
 constexpr unsigned int kGrowthStep = 512;
 constexpr unsigned int kRunAhead = 65536;
 
+constinit thread_local unsigned int theRefusals = 0;
+
 unsigned int Magnitude(int value) {
     const auto bits = static_cast<unsigned int>(value);
     return value < 0 ? 0u - bits : bits;
@@ -36,6 +38,7 @@ VXBitStream& VXBitStream::operator=(const VXBitStream& other) {
     m_BitBuffer = other.m_BitBuffer;
     m_BitCount = other.m_BitCount;
     m_Attached = other.m_Buffer != nullptr ? short{1} : other.m_Attached;
+    m_HasFailed = other.m_HasFailed;
     m_Reserved = other.m_Reserved;
     m_Stream = other.m_Stream;
     m_CompressionStream = other.m_CompressionStream;
@@ -54,7 +57,10 @@ void VXBitStream::FreeBuffer() {
 void VXBitStream::Clean() {
     FreeBuffer();
     m_Position = 0;
+    m_HasFailed = false;
 }
+
+unsigned int VXBitStream::GetNumRefusals() { return theRefusals; }
 
 short VXBitStream::EnsureSize(unsigned int size) {
     if (size > m_Capacity && !Grow(size)) return 0;
@@ -84,6 +90,8 @@ bool VXBitStream::Allocate(unsigned int capacity) {
         }
         if (block == nullptr) {
             FreeBuffer();
+            m_HasFailed = true;
+            ++theRefusals;
             return false;
         }
         // A block that grows moves, and huge pages would be broken up for that.
@@ -117,7 +125,7 @@ unsigned int VXBitStream::GetSize() const {
     if (m_Stream == nullptr) return m_Size;
     const unsigned int here = m_Stream->Tell();
     const unsigned int size = VXSeekToEnd(*m_Stream);
-    VXSeekTo(*m_Stream, here);
+    if (!VXSeekTo(*m_Stream, here)) m_HasFailed = true;
     return size;
 }
 
@@ -125,7 +133,7 @@ short VXBitStream::LoadFromStream(IVXStream* stream) {
     Clean();
     if (stream == nullptr) return 0;
     const unsigned int length = VXSeekToEnd(*stream);
-    stream->Seek(0, kVXSeekFromStart);
+    if (!VXSeekTo(*stream, 0)) return 0;
     if (length > 0 && !Grow(length)) return 0;
     if (length > 0 && VXTransfer(*stream, m_Buffer, length) != length) return 0;
     m_Size = length;
@@ -139,6 +147,7 @@ void VXBitStream::LoadFromAllocedMem(const unsigned char* data, unsigned int len
     m_Size = m_Capacity = data == nullptr ? 0 : length;
     m_Position = 0;
     m_Attached = 1;
+    m_HasFailed = false;
 }
 
 short VXBitStream::DumpToStream(IVXStream* stream) {
@@ -152,7 +161,7 @@ unsigned int VXBitStream::GetPosition() const { return m_Stream != nullptr ? m_S
 /// A position in the output stream, or one that extends the data.
 short VXBitStream::SetFarPosition(unsigned int position) {
     if (m_Stream != nullptr) {
-        VXSeekTo(*m_Stream, position);
+        if (!VXSeekTo(*m_Stream, position)) m_HasFailed = true;
         return 1;
     }
     if (position > m_Capacity && EnsureSize(position) == 0) return 0;
@@ -197,14 +206,17 @@ VXErrorCodeEnum VXBitStream::WriteAway(const void* data, unsigned int length) {
     const auto* bytes = static_cast<const unsigned char*>(data);
     if (m_Stream != nullptr) {
         // The interface lends its bytes without a promise; a stream that writes only reads them. What it
-        // could not take shows in its own state.
-        if (length != 0) VXTransfer(*m_Stream, const_cast<unsigned char*>(bytes), length);
+        // could not take shows at the end of a dump, and in its own state.
+        if (VXTransfer(*m_Stream, const_cast<unsigned char*>(bytes), length) != length) m_HasFailed = true;
         return kVXSuccess;
     }
     const auto start = reinterpret_cast<std::uintptr_t>(m_Buffer);
     const auto from = reinterpret_cast<std::uintptr_t>(bytes);
     const bool isOwn = m_Buffer != nullptr && from >= start && from - start < m_Capacity;
-    if (!MakeRoom(length)) return kVXFailure;
+    if (!MakeRoom(length)) {
+        m_HasFailed = true;
+        return kVXFailure;
+    }
     if (isOwn) bytes = m_Buffer + (from - start);
     if (length != 0) std::memmove(m_Buffer + m_Position, bytes, length);
     m_Position += length;

@@ -64,6 +64,14 @@ public:
 
     /// Sends writes and positions to `stream`, which is not owned; null brings them back to the buffer.
     void SetOutputStream(IVXStream* stream) { m_Stream = stream; }
+    /// Whether bytes were lost since the start, the last `Clean` or the last `ForgetFailure`: a write found no room,
+    /// the output stream took only a part, or it did not reach a position. Most writes of bits and text do not
+    /// report that themselves.
+    bool HasFailed() const { return m_HasFailed; }
+    void ForgetFailure() { m_HasFailed = false; }
+    /// How often a stream of this thread was refused memory. Who drops the results of writes and loads compares
+    /// the count before and after.
+    static unsigned int GetNumRefusals();
     /// Where `StreamedCompress` and the stream form of `Compress` put their result. Not owned.
     void SetCompressionStream(IVXStream* stream) { m_CompressionStream = stream; }
 
@@ -201,6 +209,7 @@ private:
     unsigned int m_BitBuffer = 0;
     unsigned int m_BitCount = 0;  // 0 to 7
     short m_Attached = 0;
+    mutable bool m_HasFailed = false;
     unsigned int m_Reserved = 0;  // what the allocator was asked for, at least the capacity
     IVXStream* m_Stream = nullptr;
     IVXStream* m_CompressionStream = nullptr;

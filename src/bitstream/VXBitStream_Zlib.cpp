@@ -52,13 +52,19 @@ std::unique_ptr<unsigned char[]> NewBytes(std::uint64_t size) {
     return std::unique_ptr<unsigned char[]>(new (std::nothrow) unsigned char[size]);
 }
 
-/// Turns a destination into a writer where it can be turned, and goes to its start.
-void PrepareTarget(IVXStream& target) {
+/// Turns a destination into a writer where it can be turned, and goes to its start. False when it does not.
+bool PrepareTarget(IVXStream& target) {
     if (auto* both = dynamic_cast<IVXReadWriteStream*>(&target)) {
         both->SetMode(IVXStream::kWrite);
         static_cast<void>(both->IsWriting());  // Kept: asked, whatever the answer.
     }
-    target.Seek(0, kVXSeekFromStart);
+    return VXSeekTo(target, 0);
+}
+
+/// The same for a source.
+bool PrepareSource(IVXReadWriteStream& source) {
+    source.SetMode(IVXStream::kRead);
+    return VXSeekTo(source, 0);
 }
 
 }  // namespace
@@ -116,20 +122,17 @@ short VXBitStream::CompressStream(unsigned int offset) {
     const unsigned int bodyLength = size - offset;
     const std::unique_ptr<unsigned char[]> bytes = NewBytes(std::max(offset, bodyLength));
     if (bytes == nullptr) return 0;
-    PrepareTarget(target);
-    source->SetMode(IVXStream::kRead);
-    source->Seek(0, kVXSeekFromStart);
-    VXTransfer(target, bytes.get(), VXTransfer(*source, bytes.get(), offset));
-    const unsigned int count = VXTransfer(*source, bytes.get(), bodyLength);
-    std::memset(bytes.get() + count, 0, bodyLength - count);
+    if (!PrepareTarget(target) || !PrepareSource(*source)) return 0;
+    if (VXTransfer(*source, bytes.get(), offset) != offset) return 0;
+    if (VXTransfer(target, bytes.get(), offset) != offset) return 0;
+    if (VXTransfer(*source, bytes.get(), bodyLength) != bodyLength) return 0;
     unsigned int length = 0;
     const std::unique_ptr<unsigned char[]> deflated(CallCompress(bytes.get(), bodyLength, length));
     if (deflated == nullptr) {
         VXAssertFail("compress2 returned failure");
         return 0;
     }
-    VXTransfer(target, deflated.get(), length);
-    return 1;
+    return VXTransfer(target, deflated.get(), length) == length ? 1 : 0;
 }
 
 short VXBitStream::UnCompress(unsigned int offset, unsigned int fullSize) {
@@ -182,10 +185,13 @@ short VXBitStream::StreamedCompress(unsigned int offset) {
     const std::unique_ptr<unsigned char[]> input = NewBytes(std::max(kChunkSize, offset));
     const std::unique_ptr<unsigned char[]> output = NewBytes(kChunkSize);
     if (input == nullptr || output == nullptr) return 0;
-    PrepareTarget(target);
-    source->SetMode(IVXStream::kRead);
-    source->Seek(0, kVXSeekFromStart);
-    VXTransfer(target, input.get(), VXTransfer(*source, input.get(), offset));
+    if (!PrepareTarget(target) || !PrepareSource(*source)) return 0;
+    const unsigned int header = VXTransfer(*source, input.get(), offset);
+    if (VXTransfer(target, input.get(), header) != header) return 0;
+    if (header != offset) {
+        VXAssertFail("Error reading input Stream for compression");
+        return 0;
+    }
     Deflater deflater(kMovieLevel);
     if (!deflater.IsGood()) {
         VXAssertFail("deflateInit returned failure");

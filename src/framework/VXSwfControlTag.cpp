@@ -17,6 +17,7 @@ void VXSwfControlTag::UpdateReferenceIDs(VXFlintIDMap* map) {
 
 VXErrorCodeEnum VXSwfControlTag::DumpBody(VXBitStream& out, VXBitStream& body) {
     VX_RETURN_IF_FAILED(body.FlushBits());
+    if (body.HasFailed()) return kVXFailure;
     VXBodyScope scope(*this);
     scope.Lend(body);
     return DumpHdrAndData(out);

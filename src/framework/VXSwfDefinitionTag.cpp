@@ -69,6 +69,7 @@ void VXSwfDefinitionTag::BeginBody(VXBitStream& body) { body.SetPosition(kIdSize
 
 VXErrorCodeEnum VXSwfDefinitionTag::DumpBody(VXBitStream& out, VXBitStream& body) {
     VX_RETURN_IF_FAILED(body.FlushBits());
+    if (body.HasFailed()) return kVXFailure;
     VXBodyScope scope(*this);
     return DumpToStream(out, &body);
 }

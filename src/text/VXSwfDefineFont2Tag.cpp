@@ -146,7 +146,7 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpFields(VXBitStream& body, VXBitStream& 
 
 void VXSwfDefineFont2Tag::DumpShape(VXFlintShape& shape, VXBitStream& out) {
     VXIgnore(shape.ShapeRecords.DumpToStream(out));  // a list with a gap goes out up to there
-    VXIgnore(out.FlushBits());  // fails for want of memory alone, and then the body is short
+    VXIgnore(out.FlushBits());                       // fails for want of memory alone, which `out` remembers
 }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::LoadLayout(VXBitStream& in) {
@@ -181,11 +181,10 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpToStream(VXBitStream& out) {
     }
     VXBitStream body;
     BeginBody(body);
-    // Fails for want of memory alone, and then the body is what there was room for.
-    VXIgnore(DumpFields(body, outlines));
+    VXIgnore(DumpFields(body, outlines));  // fails for want of memory alone, which the body remembers
     // Kept: the other way round than the manager has its arguments.
     VXFontPublishManager::RemoveFontTag(m_FontName, m_Italic, m_Bold);
-    return DumpBody(out, body);
+    return outlines.HasFailed() ? kVXFailure : DumpBody(out, body);
 }
 
 void VXSwfDefineFont2Tag::SetFont(const VXString& name, short bold, short italic) {
