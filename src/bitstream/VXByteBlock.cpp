@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <new>
 
 #include "bitstream/VXPool.h"
@@ -69,9 +70,10 @@ VXByteBlock VXByteBlock::CopyOf(const unsigned char* data, unsigned int size) {
 VXByteBlock VXByteBlock::Adopt(unsigned char* array, unsigned int size) {
     VXByteBlock block;
     if (array != nullptr) {
+        std::unique_ptr<unsigned char[]> owner(array);
         void* place = VXPool::Allocate(sizeof(Head) + sizeof(unsigned char*));
         block.m_Head = new (place) Head{1 | Head::kAdopted, size};
-        block.m_Head->Array() = array;
+        block.m_Head->Array() = owner.release();
     }
     return block;
 }

@@ -21,7 +21,7 @@ public:
     /// `size` bytes that nobody has written yet; empty for 0.
     [[nodiscard]] static VXByteBlock Allocate(unsigned int size);
     [[nodiscard]] static VXByteBlock CopyOf(const unsigned char* data, unsigned int size);
-    /// Takes over an array made with `new[]`; empty for null.
+    /// Takes over an array made with `new[]`, also when it throws; empty for null.
     [[nodiscard]] static VXByteBlock Adopt(unsigned char* array, unsigned int size);
     /// Hands the bytes over as an array that the caller deletes with `delete[]`, null when empty. They are
     /// copied when somebody else still holds them or when they did not come as an array. The block is empty

@@ -14,8 +14,8 @@ public:
 
     /// Lends the bytes of `body` and gives the tag their length.
     void Lend(VXBitStream& body) {
-        m_Tag.SetTagLen(body.GetSize());
         if (body.GetBuffer() != nullptr) m_Tag.SetData(body.GetBuffer());
+        m_Tag.SetTagLen(body.GetSize());
     }
 
 private:

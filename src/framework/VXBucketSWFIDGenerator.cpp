@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "framework/VXFlintFile.h"
@@ -60,9 +61,9 @@ unsigned short VXBucketSWFIDGenerator::GetId(tVXSwfReservedIDEnum) {
         // draws from it.
         if (RefreshMinBucket() != kVXFailure || FindAvailableIDInCurrBucket() == 0) return kNoId;
     }
-    const unsigned short id = m_NextId++;
-    (*m_Buckets)[m_CurrBucket].ids.push_back(m_NextId);  // Kept: the successor, not the ID
-    return id;
+    const auto next = static_cast<unsigned short>(m_NextId + 1);
+    (*m_Buckets)[m_CurrBucket].ids.push_back(next);  // Kept: the successor, not the ID
+    return std::exchange(m_NextId, next);
 }
 
 VXErrorCodeEnum VXBucketSWFIDGenerator::GetId(unsigned short& id, tVXSwfReservedIDEnum reserved) {

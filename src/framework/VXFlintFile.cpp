@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <new>
 
 #include "framework/VXSwfTag.h"
 #include "graphics/VXTwips.h"
@@ -13,6 +14,16 @@ namespace {
 constexpr unsigned int kPlainHeaderSize = 8;
 constexpr unsigned int kLengthOffset = 4;
 constexpr unsigned int kEndTagSize = 2;
+
+/// What `step` answers, and 1 where it runs out of memory.
+template <typename Step>
+VXErrorCodeEnum FailWithoutMemory(const Step& step) {
+    try {
+        return step();
+    } catch (const std::bad_alloc&) {
+        return kVXFailure;
+    }
+}
 
 }  // namespace
 
@@ -27,8 +38,10 @@ VXFlintFile& VXFlintFile::operator=(const VXFlintFile& other) = default;
 VXFlintFile::~VXFlintFile() = default;
 
 VXErrorCodeEnum VXFlintFile::LoadFromStream(VXBitStream& in) {
-    VX_RETURN_IF_FAILED(LoadHdrFromStream(in));
-    return LoadFromStream(in, m_Version);
+    return FailWithoutMemory([&] {
+        VX_RETURN_IF_FAILED(LoadHdrFromStream(in));
+        return LoadFromStream(in, m_Version);
+    });
 }
 
 VXErrorCodeEnum VXFlintFile::LoadFromStream(IVXStream* stream) {
@@ -36,8 +49,7 @@ VXErrorCodeEnum VXFlintFile::LoadFromStream(IVXStream* stream) {
     VXBitStream in;
     // A stream that could not be read whole leaves an empty buffer, and the header fails on that.
     in.LoadFromStream(stream);
-    if (LoadHdrFromStream(in) != kVXSuccess) return kVXFailure;
-    return LoadFromStream(in, m_Version);
+    return LoadFromStream(in);
 }
 
 VXErrorCodeEnum VXFlintFile::LoadHdrFromStream(VXBitStream& in) {
@@ -77,6 +89,11 @@ VXErrorCodeEnum VXFlintFile::DumpHdrToStream(VXBitStream& out) {
 VXErrorCodeEnum VXFlintFile::DumpEndTagToStream(VXBitStream& out) { return m_EndTag->DumpToStream(out); }
 
 VXErrorCodeEnum VXFlintFile::DumpToStream(VXBitStream& out) {
+    return FailWithoutMemory([&] { return DumpWhole(out); });
+}
+
+VXErrorCodeEnum VXFlintFile::DumpWhole(VXBitStream& out) {
+    out.ForgetFailure();
     out.SetPosition(0);
     VX_RETURN_IF_FAILED(DumpHdrToStream(out));
     VX_RETURN_IF_FAILED(VXSwfTagSet::DumpToStream(out));
@@ -87,7 +104,10 @@ VXErrorCodeEnum VXFlintFile::DumpToStream(VXBitStream& out) {
     out.MovePosition(kLengthOffset);
     VXIgnore(out.WriteDWord(length));  // these bytes are there already
     out.SetPosition(length);
-    if (m_Signature[0] != 'C') return kVXSuccess;
+    const bool isCompressed = m_Signature[0] == 'C';
+    // Writes to an output stream answer 0 whatever it takes.
+    if (out.HasFailed()) return isCompressed ? kVXCompressionFailed : kVXFailure;
+    if (!isCompressed) return kVXSuccess;
     return out.StreamedCompress(kPlainHeaderSize) != 0 ? kVXSuccess : kVXCompressionFailed;
 }
 
@@ -139,12 +159,12 @@ unsigned int VXFlintFile::GetHeight() const {
 
 VXErrorCodeEnum VXFlintFile::UpdateTagLists(VXSwfTag* tag) {
     if (tag == nullptr) return kVXSuccess;
-    for (const enuTagType type : m_ListsToMaintain) {
-        if (type != tag->GetTagType()) continue;
-        std::shared_ptr<std::list<VXSwfTag*>>& list = m_TagLists[type];
-        if (list == nullptr) list = std::make_shared<std::list<VXSwfTag*>>();
-        list->push_back(tag);
-    }
+    const enuTagType type = tag->GetTagType();
+    const auto count = std::count(m_ListsToMaintain.begin(), m_ListsToMaintain.end(), type);
+    if (count == 0) return kVXSuccess;
+    std::shared_ptr<std::list<VXSwfTag*>>& list = m_TagLists[type];
+    if (list == nullptr) list = std::make_shared<std::list<VXSwfTag*>>();
+    list->insert(list->end(), static_cast<std::size_t>(count), tag);
     return kVXSuccess;
 }
 
@@ -177,15 +197,19 @@ VXErrorCodeEnum VXFlintFile::DumpPlain(VXBitStream& out) {
         ~Restored() { mark = old == 'C' ? 'C' : 'F'; }
     } const restored{m_Signature[0]};
     m_Signature[0] = 'F';
-    return DumpToStream(out);
+    return DumpWhole(out);
 }
 
 VXFlintFile* VXFlintFile::Copy() {
     auto copy = std::make_unique<VXFlintFile>();
     VXBitStream wire;
+    const unsigned int refusals = VXBitStream::GetNumRefusals();
     const VXErrorCodeEnum dumped = DumpPlain(wire);  // a copy holds as much as came through
     wire.SetPosition(0);
-    VXIgnore(copy->LoadFromStream(wire));
+    if (copy->LoadHdrFromStream(wire) == kVXSuccess) {
+        VXIgnore(copy->LoadFromStream(wire, copy->m_Version));  // a tag that fails ends it
+    }
+    if (VXBitStream::GetNumRefusals() != refusals) throw std::bad_alloc();
     // Kept: the room for the copy is the length that this header states, so its end tag lies no earlier than
     // that and its own length says so. The gap itself would only ever hold zeros, which nothing reads.
     const std::uint64_t stated = std::uint64_t{m_FileLength} + kEndTagSize;

@@ -29,7 +29,7 @@ public:
     ~VXFlintFile() override;
 
     /// Reads header and tags. 1 for a bad signature, a header that ends early or a body that does not
-    /// inflate; else the failure of a tag. What was loaded by then stays.
+    /// inflate, and when memory runs out; else the failure of a tag. What was loaded by then stays.
     VXErrorCodeEnum LoadFromStream(VXBitStream& in);
     /// The same from the start of a stream; null gives 1.
     VXErrorCodeEnum LoadFromStream(IVXStream* stream);
@@ -38,7 +38,8 @@ public:
     VXErrorCodeEnum DumpHdrToStream(VXBitStream& out);
     VXErrorCodeEnum DumpEndTagToStream(VXBitStream& out);
     /// Writes the whole movie from position 0 and sets its length field. With the signature of a compressed
-    /// movie the stream must have a compression stream; 44 when that fails.
+    /// movie the stream must have a compression stream; 44 when that fails. 1 when the output stream did not take
+    /// all that was written or did not reach a position, 44 for a compressed movie, and 1 when memory runs out.
     ///
     /// Kept: a stream in memory takes no compression, so it then holds a plain body under the signature 'C'.
     /// The end tag goes to the end of the stream, behind bytes that it held there before.
@@ -85,12 +86,13 @@ public:
     short CanSupportAS3Version() const;
 
     /// A new movie, the caller's, by a dump and a load, plain and fully parsed. A tag that fails ends it
-    /// early.
+    /// early. Throws std::bad_alloc rather than leave something out for want of memory.
     VXFlintFile* Copy();
 
 private:
     VXErrorCodeEnum LoadHdrFromStream(VXBitStream& in);
-    /// A dump under the plain signature, whatever the movie's own.
+    VXErrorCodeEnum DumpWhole(VXBitStream& out);
+    /// The same under the plain signature, whatever the movie's own.
     VXErrorCodeEnum DumpPlain(VXBitStream& out);
 
     unsigned char m_Signature[3] = {'F', 'W', 'S'};

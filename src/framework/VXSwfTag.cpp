@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <climits>
+#include <memory>
+#include <new>
 #include <string>
 
 #include "framework/VXDependencyWalk_p.h"
@@ -85,17 +87,18 @@ VXErrorCodeEnum VXSwfTag::GenerateTagHdr(unsigned char length, VXBitStream& out)
     return out.WriteWord(static_cast<unsigned short>(static_cast<unsigned int>(m_TagType) << 6 | length));
 }
 
-VXSwfTag* VXSwfTag::Copy() {
-    VXSwfTag* copy = VXSwfTagFactory::CreateTagOfType(m_TagType, 1, 0);
-    if (copy != nullptr) CopyThroughWire(*copy);
-    return copy;
-}
+VXSwfTag* VXSwfTag::Copy() { return CopyThroughWire(VXSwfTagFactory::CreateTagOfType(m_TagType, 1, 0)); }
 
-void VXSwfTag::CopyThroughWire(VXSwfTag& copy) {
+VXSwfTag* VXSwfTag::CopyThroughWire(VXSwfTag* copy) {
+    if (copy == nullptr) return nullptr;
+    std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)> owner(copy, &VXSwfTagFactory::DeleteTag);
+    const unsigned int refusals = VXBitStream::GetNumRefusals();
     VXBitStream wire;
     VXIgnore(DumpToStream(wire));  // a copy holds as much as came through
     wire.SetPosition(0);
-    VXIgnore(copy.LoadFromStream(wire));
+    VXIgnore(copy->LoadFromStream(wire));
+    if (VXBitStream::GetNumRefusals() != refusals) throw std::bad_alloc();
+    return owner.release();
 }
 
 unsigned char* VXSwfTag::GetBody() const {

@@ -101,8 +101,9 @@ protected:
     VXErrorCodeEnum GenerateTagHdr(unsigned char length, VXBitStream& out);
     /// Writes header and body of what is lent or kept, `m_TagLen` bytes of it.
     VXErrorCodeEnum DumpHdrAndData(VXBitStream& out);
-    /// Fills `copy` by a dump of this tag and a load.
-    void CopyThroughWire(VXSwfTag& copy);
+    /// Fills `copy` by a dump of this tag and a load, and hands it back; null for null. It is deleted when
+    /// memory runs out.
+    VXSwfTag* CopyThroughWire(VXSwfTag* copy);
     /// The first two bytes of the body in force, or null.
     unsigned char* GetFirstWord() const;
     /// Bytes of the body in force that are really there.

@@ -72,7 +72,8 @@ public:
     // Editing. Only `IncludeTag` with a frame counts ShowFrame tags, and only the frame −1 reaches
     // `UpdateTagLists`.
 
-    /// Inserts before `before` and touches nothing else.
+    /// Inserts before `before` and touches nothing else. As with every `IncludeTag` and `AppendTag`, the tag is
+    /// the set's from the call on: one that stands nowhere is deleted when memory runs out.
     void IncludeTag(VXSwfTag* tag, TagIter before);
     void AppendTag(VXSwfTag* tag);
     /// Puts the pointers of a range, of this set or another, before `before`; both then hold the tags.
@@ -157,7 +158,7 @@ public:
     ///
     /// Kept: a parsed placement of type 4 has no copy and is left out.
     ///
-    /// `source` is not changed. The sprite belongs to this set, except when `source` or `generator` is null:
+    /// When memory runs out, this set and `exports` are what they were before. `source` is not changed. The sprite belongs to this set, except when `source` or `generator` is null:
     /// it is then empty and the caller's.
     VXSwfDefineSpriteTag* IncludeTagSetAsSprite(VXSwfTagSet* source, int frame, IVXSwfIdGenerator* generator,
                                                 std::map<VXString, VXSwfExportAssetsTag*>* exports,

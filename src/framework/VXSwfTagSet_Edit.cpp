@@ -34,8 +34,10 @@ void VXSwfTagSet::IncludeTag(VXSwfTag* tag, int frame) {
 
 void VXSwfTagSet::IncludeTag(VXSwfTag* tag, TagIter before) {
     if (tag != nullptr && tag->GetTagType() == VXSwfTagFactory::TAG_SHOWFRAME) ForgetFrameEnd();
-    m_Tags.insert(before, tag);
     Hold(tag);
+    TagOwner hold(tag, &Release);
+    m_Tags.insert(before, tag);
+    hold.release();
 }
 
 void VXSwfTagSet::IncludeShowFrameTags(unsigned int count, int frame) {
@@ -132,13 +134,9 @@ unsigned short VXSwfTagSet::GetAbsTagDepth(unsigned short depth) {
 VXSwfPlaceObject2Tag* VXSwfTagSet::CreateAndInitPlaceObjectTag(unsigned short id, const VXString& name,
                                                                double x, double y, unsigned short depth,
                                                                const std::vector<VXFlintFilter*>& filters) {
-    std::unique_ptr<VXSwfPlaceObject2Tag> tag;
-    if (filters.empty()) {
-        tag = VXMakeTag<VXSwfPlaceObject2Tag>(VXSwfTagFactory::TAG_PLACEOBJECT2);
-    } else if (auto filtered = VXMakeTag<VXSwfPlaceObject3Tag>(VXSwfTagFactory::TAG_PLACEOBJECT3)) {
-        filtered->SetStaticEffectVector(filters);
-        tag = std::move(filtered);
-    }
+    const enuTagType type =
+        filters.empty() ? VXSwfTagFactory::TAG_PLACEOBJECT2 : VXSwfTagFactory::TAG_PLACEOBJECT3;
+    auto tag = VXMakeTag<VXSwfPlaceObject2Tag>(type);
     if (tag == nullptr) return nullptr;
     VXFlintMatrix matrix;
     matrix.ToUnitMatrix();
@@ -146,6 +144,9 @@ VXSwfPlaceObject2Tag* VXSwfTagSet::CreateAndInitPlaceObjectTag(unsigned short id
     matrix.TranslateY = y;
     tag->SetMatrix(matrix);
     tag->SetName(name);
+    // The last step for which memory can be short, so that the filters are either taken over or the caller's.
+    if (auto* filtered = dynamic_cast<VXSwfPlaceObject3Tag*>(tag.get()))
+        filtered->SetStaticEffectVector(filters);
     tag->SetDepth(GetAbsTagDepth(depth), 0);
     tag->SetReferencedID(id);
     if (id == 0) tag->SetMoveFlag(1);

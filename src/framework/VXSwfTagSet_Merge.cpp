@@ -108,8 +108,21 @@ struct VXSwfTagSet::Merge {
     static constexpr std::uint64_t kFreeTables = std::uint64_t{64} << 20;
     static constexpr std::uint64_t kTablesShare = 16;
 
+    /// Takes out again what was included, unless the merge was completed.
+    ~Merge() {
+        target.EraseAndDeleteTags(std::prev(before, static_cast<std::ptrdiff_t>(numIncluded)), before);
+    }
     void AddToTimeline(VXSwfTag& tag);
     void AddToTop(TagOwner copy);
+    void Include(VXSwfTag* tag) {
+        target.IncludeTag(tag, before);
+        ++numIncluded;
+    }
+    /// Makes the merge last; for this nothing can be lacking any more.
+    void Complete() {
+        numIncluded = 0;
+        if (exports != nullptr) exports->merge(newExports);
+    }
     void AddExports(VXSwfTag& tag);
     /// A DefineBits tag as DefineBitsJPEG2, which holds its own tables.
     TagOwner ConvertBits(const VXSwfTag& bits);
@@ -124,7 +137,9 @@ struct VXSwfTagSet::Merge {
     std::bitset<kNumIds> defined{};  // old IDs with a new one other than 0
     std::vector<VXSwfTag*> copies{};
     std::vector<TagOwner> symbolClasses{};
+    std::map<VXString, VXSwfExportAssetsTag*> newExports{};
     std::uint64_t tablesLeft = kFreeTables;
+    std::size_t numIncluded = 0;
 };
 
 void VXSwfTagSet::Merge::AddToTimeline(VXSwfTag& tag) {
@@ -148,7 +163,7 @@ void VXSwfTagSet::Merge::AddToTop(TagOwner copy) {
     if (copy->GetTagType() == VXSwfTagFactory::TAG_SYMBOLCLASS) {
         symbolClasses.push_back(std::move(copy));
     } else {
-        target.IncludeTag(copy.release(), before);
+        Include(copy.release());
     }
 }
 
@@ -159,7 +174,8 @@ void VXSwfTagSet::Merge::AddExports(VXSwfTag& tag) {
     const auto* readable = table != nullptr ? table : dynamic_cast<VXSwfExportAssetsTag*>(copy.get());
     if (readable != nullptr && exports != nullptr) {
         const VXString package = PackageOf(*readable);
-        if (!package.empty() && !exports->emplace(package, table).second) return;
+        if (!package.empty() && (exports->contains(package) || !newExports.emplace(package, table).second))
+            return;
     }
     AddToTop(std::move(copy));
 }
@@ -260,8 +276,9 @@ VXSwfDefineSpriteTag* VXSwfTagSet::IncludeTagSetAsSprite(VXSwfTagSet* source, in
     }
     for (VXSwfTag* copy : merge.copies) copy->UpdateReferenceIDs(&merge.ids);
     VXSwfDefineSpriteTag* merged = sprite.release();
-    IncludeTag(merged, before);
-    for (TagOwner& symbolClass : merge.symbolClasses) IncludeTag(symbolClass.release(), before);
+    merge.Include(merged);
+    for (TagOwner& symbolClass : merge.symbolClasses) merge.Include(symbolClass.release());
+    merge.Complete();
     return merged;
 }
 
@@ -295,12 +312,12 @@ VXSwfTag* VXSwfTagSet::IncludeCharacter(VXSwfTagSet* source, const unsigned shor
     const FrameEndScope scope(*this, frame);
     for (VXSwfTag* tag : needed) {
         const unsigned short oldId = tag->GetCharacterId();
-        VXSwfTag* copy = tag->Copy();
+        TagOwner copy = Own(tag->Copy());
         if (copy == nullptr) continue;
         copy->SetCharacterId(m_IdMap.GetNewId(oldId));
         copy->UpdateReferenceIDs(&m_IdMap);
-        IncludeTag(copy, static_cast<int>(frame));
-        if (oldId == wantedId) included = copy;
+        if (oldId == wantedId) included = copy.get();
+        IncludeTag(copy.release(), static_cast<int>(frame));
     }
     return included;
 }
@@ -356,17 +373,17 @@ void VXSwfTagSet::AddFreeCharacterAtEnd() {
         }
     }
     std::vector<VXSwfTag*> moved;
+    std::vector<TagIter> places;
     std::unordered_set<const VXSwfTag*> seen;  // a tag that stands in the list more than once moves once
-    for (TagIter next = begin(); next != end();) {
-        VXSwfTag* tag = *next;
-        if (tag == nullptr || tag->GetTagType() != VXSwfTagFactory::TAG_FREECHARACTER) {
-            ++next;
-            continue;
-        }
-        next = EraseTags(next, std::next(next));
+    for (TagIter place = begin(); place != end(); ++place) {
+        VXSwfTag* tag = *place;
+        if (tag == nullptr || tag->GetTagType() != VXSwfTagFactory::TAG_FREECHARACTER) continue;
+        places.push_back(place);
         if (seen.insert(tag).second) moved.push_back(tag);
     }
     for (TagOwner& removal : removals) IncludeTag(removal.release(), -1);
     for (TagOwner& free : frees) IncludeTag(free.release(), -1);
+    // A tag leaves its old place when it has the new one.
     for (VXSwfTag* free : moved) IncludeTag(free, -1);
+    for (const TagIter place : places) EraseTags(place, std::next(place));
 }

@@ -1,7 +1,5 @@
 #include "graphics/VXFlintShapeRecords.h"
 
-#include <new>
-
 VXFlintShapeRecords::VXFlintShapeRecords(const VXFlintShapeRecords& other)
     : NumFillBits(other.NumFillBits),
       NumLineBits(other.NumLineBits),
@@ -21,14 +19,6 @@ VXFlintShapeRecords& VXFlintShapeRecords::operator=(const VXFlintShapeRecords& o
 VXFlintShapeRecords::~VXFlintShapeRecords() = default;
 
 VXErrorCodeEnum VXFlintShapeRecords::LoadFromStream(VXBitStream& in) {
-    try {
-        return LoadRecords(in);
-    } catch (const std::bad_alloc&) {
-        return kVXFailure;  // six bits make a record, so a movie can ask for more than there is
-    }
-}
-
-VXErrorCodeEnum VXFlintShapeRecords::LoadRecords(VXBitStream& in) {
     VX_RETURN_IF_FAILED(in.ReadBits(4, NumFillBits));
     VX_RETURN_IF_FAILED(in.ReadBits(4, NumLineBits));
     unsigned int numFillBits = NumFillBits;

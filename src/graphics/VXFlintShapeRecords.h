@@ -27,7 +27,7 @@ public:
     virtual ~VXFlintShapeRecords();
 
     /// Appends up to the end record, then drops the rest of its last byte. A record that fails ends the load
-    /// and stays in the list. 1 also for want of memory.
+    /// and stays in the list.
     VXErrorCodeEnum LoadFromStream(VXBitStream& in);
     /// Gives every wrapper the flags of the list and the widths in force. Leaves the stream in mid-byte.
     ///
@@ -55,6 +55,5 @@ public:
     short IsLineStyle2 = 0;
 
 private:
-    VXErrorCodeEnum LoadRecords(VXBitStream& in);
     void Prepare(VXFlintShapeRecord& record, unsigned int numFillBits, unsigned int numLineBits) const;
 };

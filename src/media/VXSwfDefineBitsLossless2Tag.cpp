@@ -141,8 +141,8 @@ void VXSwfDefineBitsLossless2Tag::Deflate(const unsigned char* plain, unsigned i
     unsigned int length = 0;
     if (stream.Compress(0, 1, &deflated, &length) == 0) return;
     // The array has the length of the worst case; what stays has its own.
+    const std::unique_ptr<unsigned char[]> owner(deflated);
     ZlibBitmapData = VXByteBlock::CopyOf(deflated, length);
-    delete[] deflated;
 }
 
 VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::DumpFields(VXBitStream& body) const {

@@ -121,9 +121,14 @@ void VXFlintActionRecords::Append(std::unique_ptr<VXFlintActionRecord> record) {
 
 void VXFlintActionRecords::PushActionRecord(VXFlintActionRecord* record) {
     if (record == nullptr) return;
+    ++record->m_Holders;
+    const auto drop = [](VXFlintActionRecord* held) {
+        if (--held->m_Holders == 0) delete held;
+    };
+    std::unique_ptr<VXFlintActionRecord, decltype(drop)> hold(record, drop);
     Unpack();
     m_Records.push_back(record);
-    ++record->m_Holders;
+    hold.release();
 }
 
 void VXFlintActionRecords::Copy(const VXFlintActionRecords& source, short beforeEnd) {

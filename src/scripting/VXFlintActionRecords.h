@@ -40,7 +40,8 @@ public:
     /// Kept: a name outside ASCII is cut short.
     void InsertCallFunction(VXString name, int argument);
 
-    /// Appends `record`, which the list then owns, along with other lists that have it. Null is ignored.
+    /// Appends `record`, which the list owns from here on, along with other lists that have it; without memory it
+    /// is gone. Null is ignored.
     void PushActionRecord(VXFlintActionRecord* record);
     bool empty() const { return !m_Packed && m_Records.empty(); }
     std::size_t size() const;

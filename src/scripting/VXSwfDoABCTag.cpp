@@ -13,10 +13,14 @@ VXErrorCodeEnum VXSwfDoABCTag::LoadDataFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(in.ReadDWord(m_Flags));
     VX_RETURN_IF_FAILED(in.ReadVXString(m_Name));
     // Kept: without a body of its own, the length wraps and all that remains is taken.
-    m_ABCDataLen = GetTagLen() - 5 - static_cast<unsigned int>(m_Name.length());
-    if (m_ABCDataLen == 0) return kVXSuccess;
-    m_ABCDataLen = std::min(m_ABCDataLen, in.GetRemaining());
-    m_ABCData.reset(new unsigned char[m_ABCDataLen]);
+    const unsigned int stated = GetTagLen() - 5 - static_cast<unsigned int>(m_Name.length());
+    if (stated == 0) {
+        m_ABCDataLen = 0;
+        return kVXSuccess;
+    }
+    const unsigned int length = std::min(stated, in.GetRemaining());
+    m_ABCData.reset(new unsigned char[length]);
+    m_ABCDataLen = length;
     return in.Read(m_ABCData.get(), m_ABCDataLen);
 }
 

@@ -19,9 +19,7 @@ VXErrorCodeEnum VXSwfDoActionTag::DumpToStream(VXBitStream& out) {
 }
 
 VXSwfTag* VXSwfDoActionTag::Copy() {
-    VXSwfTag* copy = VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_DOACTION, 0, 0);
-    CopyThroughWire(*copy);
-    return copy;
+    return CopyThroughWire(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_DOACTION, 0, 0));
 }
 
 VXErrorCodeEnum VXSwfDoActionTag::PushActionRecord(VXFlintActionRecord* record) {

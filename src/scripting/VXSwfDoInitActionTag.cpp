@@ -21,9 +21,7 @@ VXErrorCodeEnum VXSwfDoInitActionTag::DumpToStream(VXBitStream& out) {
 }
 
 VXSwfTag* VXSwfDoInitActionTag::Copy() {
-    VXSwfTag* copy = VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_DOINITACTION, 0, 0);
-    CopyThroughWire(*copy);
-    return copy;
+    return CopyThroughWire(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_DOINITACTION, 0, 0));
 }
 
 unsigned short VXSwfDoInitActionTag::GetReferencedID() const { return m_SpriteId; }

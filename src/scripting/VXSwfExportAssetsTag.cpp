@@ -56,6 +56,7 @@ void VXSwfExportAssetsTag::UpdateReferenceIDs(VXFlintIDMap* map) {
 
 VXErrorCodeEnum VXSwfExportAssetsTag::AddCharacterIdnName(unsigned short id, const VXString& name) {
     if (m_NumAssets == kMostAssets) return kVXFailure;
+    m_Names.resize(m_Ids.size());  // a name whose ID found no memory
     m_Names.push_back(name);
     m_Ids.push_back(id);
     ++m_NumAssets;

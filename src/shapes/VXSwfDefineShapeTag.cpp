@@ -1,6 +1,5 @@
 #include "shapes/VXSwfDefineShapeTag.h"
 
-#include <new>
 #include <string>
 
 #include "graphics/VXTwips.h"
@@ -25,7 +24,7 @@ short VXSwfDefineShapeTag::IsDefineShape4Tag() const {
     return GetTagType() == VXSwfTagFactory::TAG_DEFINESHAPE4 ? 1 : 0;
 }
 
-VXErrorCodeEnum VXSwfDefineShapeTag::LoadFields(VXBitStream& in) {
+VXErrorCodeEnum VXSwfDefineShapeTag::LoadDataFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(ShapeBounds.LoadFromStream(in));
     if (IsDefineShape4Tag() != 0) {
         VX_RETURN_IF_FAILED(EdgeBounds.LoadFromStream(in));
@@ -47,23 +46,11 @@ VXErrorCodeEnum VXSwfDefineShapeTag::DumpFields(VXBitStream& body) {
     return ShapeWithStyle.DumpToStream(body);
 }
 
-VXErrorCodeEnum VXSwfDefineShapeTag::LoadDataFromStream(VXBitStream& in) {
-    try {
-        return LoadFields(in);
-    } catch (const std::bad_alloc&) {
-        return kVXFailure;  // styles and records take many times the memory of their bytes
-    }
-}
-
 VXErrorCodeEnum VXSwfDefineShapeTag::DumpToStream(VXBitStream& out) {
-    try {
-        VXBitStream body;
-        BeginBody(body);
-        VX_RETURN_IF_FAILED(DumpFields(body));
-        return DumpBody(out, body);
-    } catch (const std::bad_alloc&) {
-        return kVXFailure;
-    }
+    VXBitStream body;
+    BeginBody(body);
+    VX_RETURN_IF_FAILED(DumpFields(body));
+    return DumpBody(out, body);
 }
 
 void VXSwfDefineShapeTag::UpdateReferenceIDs(VXFlintIDMap* map) {

@@ -37,14 +37,14 @@ public:
     using VXSwfDefinitionTag::DumpToStream;
 
     /// Regenerates the body; the bytes as loaded play no part. Bounds go out as they are, whatever the edges
-    /// cover. 1 also for want of memory.
+    /// cover.
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
     /// Of the bitmaps that fill the shape.
     void UpdateReferenceIDs(VXFlintIDMap* map) override;
     ~VXSwfDefineShapeTag() override;
     /// Adds "-Rect =(", the left and top, "),(", the right and bottom in whole pixels, and ")".
     void GetTextInfo(VXString& text) override;
-    /// A shape that fails keeps what it read. 1 also for want of memory.
+    /// A shape that fails keeps what it read.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
     VXFlintRectangle GetBounds() const { return ShapeBounds; }
@@ -124,7 +124,6 @@ private:
     explicit VXSwfDefineShapeTag(enuTagType type);
 
     short Supports255Plus() const;
-    VXErrorCodeEnum LoadFields(VXBitStream& in);
     VXErrorCodeEnum DumpFields(VXBitStream& body);
     VXPathState GetPathState();
     void AddShapeRecord(std::unique_ptr<VXFlintShapeRecordBase> record);

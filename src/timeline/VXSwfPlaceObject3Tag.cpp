@@ -1,6 +1,7 @@
 #include "timeline/VXSwfPlaceObject3Tag.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace {
 
@@ -106,11 +107,15 @@ void VXSwfPlaceObject3Tag::SetDepth(unsigned short depth, short adjustClip) {
 void VXSwfPlaceObject3Tag::SetStaticEffectVector(const std::vector<VXFlintFilter*>& filters) {
     if (filters.empty() && StaticEffects.Read().current.empty()) return;
     Effects& effects = StaticEffects.Get();
-    effects.replaced.insert(effects.replaced.end(), effects.current.begin(), effects.current.end());
-    effects.current.clear();
+    // All memory first: a filter that has been held once is deleted with its last holder.
+    std::vector<VXFlintHeld<VXFlintFilter>> taken;
+    taken.reserve(filters.size());
+    effects.replaced.reserve(effects.replaced.size() + effects.current.size());
     for (VXFlintFilter* filter : filters) {
-        if (filter != nullptr) effects.current.push_back(filter);
+        if (filter != nullptr) taken.push_back(filter);
     }
+    effects.replaced.insert(effects.replaced.end(), effects.current.begin(), effects.current.end());
+    effects.current = std::move(taken);
 }
 
 std::vector<VXFlintFilter*> VXSwfPlaceObject3Tag::GetStaticEffectVector() const {

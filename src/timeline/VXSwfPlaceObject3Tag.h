@@ -43,7 +43,7 @@ public:
 
     /// The effects of a placement that do not change over time, written in this order. The tag owns them from
     /// now on, and goes on owning those that it had; a filter may stand here several times and in other tags
-    /// too. Null pointers are left out.
+    /// too. Null pointers are left out. Without memory nothing changes, and the new ones stay the caller's.
     void SetStaticEffectVector(const std::vector<VXFlintFilter*>& filters);
     /// What a dump would write. The filters stay the tag's.
     std::vector<VXFlintFilter*> GetStaticEffectVector() const;
