@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include "bitstream/VXBitStream.h"
 #include "bitstream/VXPool.h"
@@ -47,6 +48,60 @@ private:
     z_stream m_Stream{};
     bool m_IsGood;
 };
+
+/// A buffer of `VXPool` that is freed unless it is released.
+class Block {
+public:
+    Block() = default;
+    ~Block() { VXPool::FreeBuffer(m_Bytes, m_Size); }
+    Block(const Block&) = delete;
+    Block& operator=(const Block&) = delete;
+
+    bool Resize(std::size_t size) {
+        const bool isNew = m_Bytes == nullptr;
+        void* bytes = VXPool::Resize(m_Bytes, m_Size, size);
+        if (bytes == nullptr) return false;
+        if (isNew) VXPool::PreferHugePages(bytes, size);
+        m_Bytes = static_cast<unsigned char*>(bytes);
+        m_Size = size;
+        return true;
+    }
+    unsigned char* Get() const { return m_Bytes; }
+    unsigned char* Release() { return std::exchange(m_Bytes, nullptr); }
+
+private:
+    unsigned char* m_Bytes = nullptr;
+    std::size_t m_Size = 0;
+};
+
+enum class Inflation { kDone, kBadData, kNoMemory };
+
+/// Inflates to `offset` in `block`, at most `most` bytes, and stores how many came. A header may claim what it
+/// likes, so beyond what movies have the block grows with what is there.
+Inflation Inflate(const unsigned char* data, unsigned int length, std::uint64_t most, unsigned int offset,
+                  Block& block, std::uint64_t& size) {
+    constexpr std::uint64_t kUsual = 16;
+    z_stream stream{};
+    stream.next_in = const_cast<unsigned char*>(data);
+    stream.avail_in = length;
+    if (inflateInit(&stream) != Z_OK) return Inflation::kNoMemory;
+    const std::unique_ptr<z_stream, int (*)(z_stream*)> end(&stream, &inflateEnd);
+    size = 0;
+    for (std::uint64_t room = std::min(most, std::max<std::uint64_t>(kUsual * length, 65536));;
+         room = std::min(most, room * 2)) {
+        if (!block.Resize(std::max<std::uint64_t>(offset + room, 1))) return Inflation::kNoMemory;
+        stream.next_out = block.Get() + offset + size;
+        stream.avail_out = static_cast<unsigned int>(room - size);
+        const int code = inflate(&stream, Z_NO_FLUSH);
+        size = room - stream.avail_out;
+        if (code == Z_STREAM_END) return Inflation::kDone;
+        if (code == Z_MEM_ERROR) return Inflation::kNoMemory;
+        // More room helps only where there was too little.
+        if ((code != Z_OK && code != Z_BUF_ERROR) || stream.avail_out != 0 || room == most) {
+            return Inflation::kBadData;
+        }
+    }
+}
 
 std::unique_ptr<unsigned char[]> NewBytes(std::uint64_t size) {
     return std::unique_ptr<unsigned char[]>(new (std::nothrow) unsigned char[size]);
@@ -141,33 +196,22 @@ short VXBitStream::UnCompress(unsigned int offset, unsigned int fullSize) {
         return 0;
     }
     const unsigned int compressedLength = m_Size - offset;
-    const std::uint64_t most = compressedLength * kMostInflation + 64;
-    uLongf destLength = static_cast<uLongf>(std::min<std::uint64_t>(fullSize - offset, most));
+    const std::uint64_t most =
+        std::min<std::uint64_t>(fullSize - offset, compressedLength * kMostInflation + 64);
+    Block block;
+    std::uint64_t inflated = 0;
+    const Inflation result = Inflate(m_Buffer + offset, compressedLength, most, offset, block, inflated);
+    if (result == Inflation::kBadData) VXAssertFail("compress2 returned failure");
+    if (result != Inflation::kDone) return 0;
     // Kept: the size counts 8 bytes for the header, whatever the offset. The block holds that many too.
     constexpr unsigned int kHeader = 8;
-    const std::size_t room = std::max(offset, kHeader) + destLength;
-    auto* block = static_cast<unsigned char*>(VXPool::Resize(nullptr, 0, room));
-    if (block == nullptr) return 0;
-    VXPool::PreferHugePages(block, room);
-    if (uncompress(block + offset, &destLength, m_Buffer + offset, compressedLength) != Z_OK) {
-        VXAssertFail("compress2 returned failure");
-        VXPool::FreeBuffer(block, room);
-        return 0;
-    }
-    const std::uint64_t size = std::uint64_t{destLength} + kHeader;
-    const std::uint64_t used = std::uint64_t{destLength} + offset;
-    // A header may have claimed more than there was.
-    void* cut =
-        std::max(size, used) <= UINT_MAX ? VXPool::Resize(block, room, std::max(size, used)) : nullptr;
-    if (cut == nullptr) {
-        VXPool::FreeBuffer(block, room);
-        return 0;
-    }
-    block = static_cast<unsigned char*>(cut);
-    if (used < size) std::memset(block + used, 0, size - used);
-    std::memcpy(block, m_Buffer, offset);
+    const std::uint64_t size = inflated + kHeader;
+    const std::uint64_t used = inflated + offset;
+    if (std::max(size, used) > UINT_MAX || !block.Resize(std::max(size, used))) return 0;
+    if (used < size) std::memset(block.Get() + used, 0, size - used);
+    std::memcpy(block.Get(), m_Buffer, offset);
     FreeBuffer();
-    m_Buffer = block;
+    m_Buffer = block.Release();
     m_Position = offset;
     m_Size = m_Capacity = static_cast<unsigned int>(size);
     m_Reserved = static_cast<unsigned int>(std::max(size, used));
