@@ -1,6 +1,7 @@
 #include "text/VXSwfDefineTextTag.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "graphics/VXTwips.h"
@@ -10,9 +11,14 @@
 
 namespace {
 
-// Two bytes make a run of 255 glyphs when both widths are 0, so what a body can ask for is bound to its size.
-constexpr std::size_t kMostEntriesPerByte = 40;
-constexpr std::size_t kLargestRun = 255;
+// Two bytes make a run of 255 glyphs when both widths are 0, and at the end of a body glyphs of 255 bits come from
+// nothing, so what a byte can ask for, in memory or in a dump, has a limit.
+constexpr std::uint64_t kMostPerByte = 256;
+constexpr std::uint64_t kFree = 255 * sizeof(VXFlintGlyphEntry);  // one run, however short the body
+
+std::uint64_t CostOfEntry(unsigned int bits) {
+    return std::max<std::uint64_t>(sizeof(VXFlintGlyphEntry), bits / 8);
+}
 
 }  // namespace
 
@@ -23,11 +29,12 @@ VXSwfDefineTextTag::VXSwfDefineTextTag(enuTagType type) : VXSwfDefinitionTag(typ
 VXSwfDefineTextTag::~VXSwfDefineTextTag() = default;
 
 VXErrorCodeEnum VXSwfDefineTextTag::LoadDataFromStream(VXBitStream& in) {
+    std::uint64_t costLeft = kFree + kMostPerByte * in.GetRemaining();
     VX_RETURN_IF_FAILED(m_Bounds.LoadFromStream(in));
     VX_RETURN_IF_FAILED(m_Matrix.LoadFromStream(in));
     VXIgnore(in.ReadByte(m_GlyphBits));  // a width that is not there stays as it was
     VXIgnore(in.ReadByte(m_AdvanceBits));
-    std::size_t room = kLargestRun + kMostEntriesPerByte * in.GetSize();
+    const std::uint64_t costOfEntry = CostOfEntry(m_GlyphBits + m_AdvanceBits);
     for (;;) {
         VXSwfTextStyleChangeRecord record;
         record.SetAlpha(GetTagType() == VXSwfTagFactory::TAG_DEFINETEXT2 ? 1 : 0);
@@ -35,8 +42,9 @@ VXErrorCodeEnum VXSwfDefineTextTag::LoadDataFromStream(VXBitStream& in) {
         record.m_AdvanceBits = m_AdvanceBits;
         // Kept: a run that fails looks like the end of the list.
         if (record.LoadFromStream(in) != kVXSuccess) return kVXSuccess;
-        if (record.m_GlyphEntries.size() > room) return kVXSuccess;
-        room -= record.m_GlyphEntries.size();
+        const std::uint64_t cost = record.m_GlyphEntries.size() * costOfEntry;
+        if (cost > costLeft) return kVXFailure;
+        costLeft -= cost;
         m_TextRecords.push_back(std::move(record));
     }
 }

@@ -1,6 +1,22 @@
 #include "timeline/VXSwfDefineButton2Tag.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "framework/VXFlintIDMap.h"
+
+namespace {
+
+// A dump gives an action that was cut short its stated length, with zeros. A byte of a body may ask for so many.
+constexpr std::uint64_t kMostZerosPerByte = 256;
+
+unsigned int BytesLacking(const VXFlintActionRecords& cutList) {
+    if (cutList.empty()) return 0;
+    const VXFlintActionRecord& last = **(cutList.end() - 1);
+    return last.m_Length - std::min<unsigned int>(last.m_Length, last.m_ActionData.GetSize());
+}
+
+}  // namespace
 
 VXSwfDefineButton2Tag::VXSwfDefineButton2Tag(enuTagType type) : VXSwfDefinitionTag(type) {}
 
@@ -51,8 +67,7 @@ VXErrorCodeEnum VXSwfDefineButton2Tag::LoadDataFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(in.ReadWord(ActionOffset));
     NextActionPos = ActionOffset == 0 ? 0 : static_cast<unsigned short>(placeholder + ActionOffset);
     LoadButtonRecordsFromStream(in);
-    LoadButtonActionsFromStream(in);
-    return kVXSuccess;
+    return LoadButtonActionsFromStream(in);
 }
 
 VXErrorCodeEnum VXSwfDefineButton2Tag::DumpFields(VXBitStream& body) {
@@ -87,22 +102,30 @@ void VXSwfDefineButton2Tag::LoadButtonRecordsFromStream(VXBitStream& in) {
     }
 }
 
-void VXSwfDefineButton2Tag::LoadButtonActionsFromStream(VXBitStream& in) {
+VXErrorCodeEnum VXSwfDefineButton2Tag::LoadButtonActionsFromStream(VXBitStream& in) {
     std::vector<bool> visited(NextActionPos == 0 ? 0 : 0x10000);
     const unsigned int size = in.GetSize();
+    std::uint64_t mayLack = kMostZerosPerByte * size;
     unsigned int consumed = 0;
     while (NextActionPos != 0 && consumed <= size) {
         const unsigned int start = NextActionPos;
-        if (visited[start] || in.SetPosition(start) == 0) return;
+        if (visited[start] || in.SetPosition(start) == 0) break;
         visited[start] = true;
         unsigned short distance = 0;
-        if (in.ReadWord(distance) != kVXSuccess) return;
+        if (in.ReadWord(distance) != kVXSuccess) break;
         NextActionPos = distance == 0 ? 0 : static_cast<unsigned short>(start + distance);
         in.MovePosition(-2);
         ButtonActions.push_back(VXFlintHeld(new VXFlintButtonCondAction));
-        VXIgnore(ButtonActions.back()->LoadFromStream(in));  // kept as far as it was read
+        VXFlintButtonCondAction& action = *ButtonActions.back();
+        // Kept as far as it was read.
+        if (action.LoadFromStream(in) != kVXSuccess) {
+            const unsigned int lacking = BytesLacking(action.Actions);
+            if (lacking > mayLack) return kVXFailure;
+            mayLack -= lacking;
+        }
         consumed += in.GetPosition() - start;
     }
+    return kVXSuccess;
 }
 
 VXErrorCodeEnum VXSwfDefineButton2Tag::DumpButtonActionsToStream(VXBitStream& body) {

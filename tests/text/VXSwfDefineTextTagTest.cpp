@@ -75,16 +75,6 @@ TEST(VXSwfDefineTextTag, AdvancesHaveEveryWidth) {
     }
 }
 
-TEST(VXSwfDefineTextTag, RunsOfNoBitsAreBoundToTheBody) {
-    Bytes body = Hex("05 00 00 00 00 00");
-    for (int i = 0; i < 10000; ++i) body.insert(body.end(), {0x80, 0xFF});
-    const TextPtr text = NewTag<VXSwfDefineTextTag>(11);
-    const Bytes bytes = LongTagBytes(11, body);
-    VXBitStream in = StreamOver(bytes);
-    EXPECT_EQ(text->LoadFromStream(in), kVXSuccess);
-    EXPECT_EQ(text->m_TextRecords.size(), 1 + 40 * (body.size() - 2) / 255);
-}
-
 TEST(VXSwfDefineTextTag, FontsAreRenumbered) {
     const TextPtr text = NewTag<VXSwfDefineTextTag>(11);
     text->m_TextRecords.resize(4);
