@@ -214,6 +214,8 @@ TEST_F(Command, AFailureLeavesTheOldFileAndNothingElse) {
     ExpectRun("ulimit -f 100; vxswf copy a.swf new.swf", 2, "vxswf: new.swf: cannot be written\n");
     ExpectRun("ulimit -f 100; vxswf copy --compress a.swf old.swf", 1,
               "vxswf: old.swf: dump failed with .+\n");
+    ExpectRun("TMPDIR=/nonexistent vxswf copy --compress a.swf old.swf", 1,
+              "vxswf: old.swf: dump failed with 44.*\n");
     ExpectRun("vxswf copy a.swf .", 2, "vxswf: \\.: Is a directory\n");
     ExpectRun("vxswf copy a.swf gone/new.swf", 2, "vxswf: gone/new.swf: No such file or directory\n");
     ExpectRun("vxswf copy a.swf old.swf/new.swf", 2, "vxswf: old.swf/new.swf: Not a directory\n");

@@ -11,9 +11,9 @@
 #include "graphics/VXTwips.h"
 #include "platform/CVXStreamReadWrite.h"
 #include "platform/CVXTempFileStreamReadWrite.h"
-#include "platform/VXAssert.h"
 #include "support/Bytes.h"
 #include "support/LimitedStream.h"
+#include "support/SilentAsserts.h"
 #include "support/TagSweep.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
 
@@ -48,14 +48,6 @@ Bytes Compressed(const Bytes& movie) {
 
 const Bytes kTags = Join({TagBytes(77, Hex("01 02 03")), TagBytes(255, Repeat(5000, 0x42)), Hex("40 00")});
 const Bytes kDoAction = TagBytes(12, Hex("00"));
-
-struct SilentAsserts {
-    SilentAsserts() : m_Old(VXSetAssertHandler([](const char*) {})) {}
-    ~SilentAsserts() { VXSetAssertHandler(m_Old); }
-
-private:
-    VXAssertHandler m_Old;
-};
 
 TEST(VXFlintFile, RawMoviesComeBackAsTheyWere) {
     const Bytes movie = MovieBytes(6, kTags);

@@ -1,0 +1,171 @@
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <set>
+
+#include "robustness/Memory.h"
+#include "support/GoldenMovie.h"
+#include "support/SilentAsserts.h"
+#include "support/TagSets.h"
+#include "vxswf.h"
+
+namespace {
+
+Bytes DumpOf(VXFlintFile& movie) {
+    VXBitStream out;
+    EXPECT_EQ(movie.DumpToStream(out), kVXSuccess);
+    return BytesOf(out);
+}
+
+bool Load(VXFlintFile& movie, const Bytes& bytes) {
+    VXBitStream in = StreamOver(bytes);
+    return movie.LoadFromStream(in) == kVXSuccess;
+}
+
+/// A movie that is loaded, and what a dump of it gives as long as nothing happens to it.
+struct Loaded {
+    explicit Loaded(unsigned int version) {
+        EXPECT_TRUE(Load(movie, GoldenMovie(version)));
+        bytes = DumpOf(movie);
+    }
+    void ExpectUnchanged() { EXPECT_TRUE(DumpOf(movie) == bytes); }
+
+    VXFlintFile movie;
+    Bytes bytes;
+};
+
+/// Refuses one allocation after the other, alone and with all that follow, until `attempt` gets through.
+/// `attempt` takes the function that runs a step under the refusal and answers whether it came to its end.
+template <typename Attempt>
+void RefuseEach(const Attempt& attempt) {
+    for (const bool allLater : {false, true}) {
+        bool wasRefused = true;
+        for (unsigned int n = 1; wasRefused && !testing::Test::HasFailure(); ++n) {
+            SCOPED_TRACE(testing::Message() << "allocation " << n << (allLater ? " and all later ones" : ""));
+            const auto refuse = [&](const auto& step) {
+                return Memory::Refuse(n, allLater, wasRefused, step);
+            };
+            const std::size_t before = Memory::GetLive();
+            attempt(refuse);
+            if (n > 1) {
+                EXPECT_EQ(Memory::GetLive(), before);
+            }  // the first attempt fills what lasts for the program
+            ASSERT_LT(n, 100000u);
+        }
+    }
+}
+
+class AllocationFault : public testing::TestWithParam<unsigned int> {
+    const SilentAsserts m_Silence;
+};
+
+TEST_P(AllocationFault, Load) {
+    const Bytes bytes = GoldenMovie(GetParam());
+    const Bytes whole = Loaded(GetParam()).bytes;
+    std::list<VXSwfTagFactory::enuTagType> types = {VXSwfTagFactory::TAG_SHOWFRAME};
+    RefuseEach([&](const auto& refuse) {
+        VXFlintFile movie;
+        VXIgnore(movie.SetListsTobeMaintained(types));
+        const bool isDone = refuse([&] { return Load(movie, bytes); });
+        EXPECT_TRUE(!isDone || DumpOf(movie) == whole);
+    });
+}
+
+TEST_P(AllocationFault, Dump) {
+    Loaded loaded(GetParam());
+    RefuseEach([&](const auto& refuse) {
+        VXBitStream out;
+        if (refuse([&] { return loaded.movie.DumpToStream(out) == kVXSuccess; })) {
+            EXPECT_TRUE(BytesOf(out) == loaded.bytes);
+        }
+        loaded.ExpectUnchanged();
+    });
+}
+
+TEST_P(AllocationFault, CompressedDumpAndLoad) {
+    Loaded loaded(GetParam());
+    VXFlintFile again;
+    ASSERT_TRUE(Load(again, loaded.bytes));
+    const Bytes whole = DumpOf(again);
+    loaded.movie.SetCompression(1);
+    RefuseEach([&](const auto& refuse) {
+        CVXStreamReadWrite target;
+        target.SetMode(IVXStream::kWrite);
+        VXFlintFile copy;
+        const bool isDone = refuse([&] {
+            if (loaded.movie.DumpToStream(&target) != kVXSuccess) return false;
+            target.SetMode(IVXStream::kRead);
+            return copy.LoadFromStream(&target) == kVXSuccess;
+        });
+        copy.SetCompression(0);
+        EXPECT_TRUE(!isDone || DumpOf(copy) == whole);
+    });
+}
+
+TEST_P(AllocationFault, Copy) {
+    Loaded loaded(GetParam());
+    const Bytes whole = DumpOf(*std::unique_ptr<VXFlintFile>(loaded.movie.Copy()));
+    RefuseEach([&](const auto& refuse) {
+        std::unique_ptr<VXFlintFile> copy;
+        loaded.movie.SetCompression(1);
+        const bool isDone = refuse([&] {
+            copy.reset(loaded.movie.Copy());
+            return true;
+        });
+        EXPECT_TRUE(!isDone || DumpOf(*copy) == whole);
+        EXPECT_EQ(loaded.movie.GetCompression(), 1);
+        loaded.movie.SetCompression(0);
+        loaded.ExpectUnchanged();
+    });
+}
+
+/// Everything that a merge can be asked for.
+bool Merge(VXFlintFile& target, VXFlintFile& source, std::map<VXString, VXSwfExportAssetsTag*>& exports) {
+    VXBucketSWFIDGenerator ids(target);
+    short frees = 0;
+    return target.IncludeTagSetAsSprite(&source, 2, &ids, &exports, 1, &frees, 1, 1) != nullptr;
+}
+
+TEST_P(AllocationFault, Merge) {
+    Loaded source(GetParam());
+    Bytes whole;
+    {
+        Loaded target(GetParam());
+        std::map<VXString, VXSwfExportAssetsTag*> exports;
+        ASSERT_TRUE(Merge(target.movie, source.movie, exports));
+        whole = DumpOf(target.movie);
+    }
+    RefuseEach([&](const auto& refuse) {
+        Loaded target(GetParam());
+        std::map<VXString, VXSwfExportAssetsTag*> exports;
+        const bool isDone = refuse([&] { return Merge(target.movie, source.movie, exports); });
+        EXPECT_TRUE(DumpOf(target.movie) == (isDone ? whole : target.bytes));
+        EXPECT_EQ(exports.size(), isDone ? 1u : 0u);
+        source.ExpectUnchanged();
+    });
+}
+
+TEST_P(AllocationFault, EditsLoseNothing) {
+    Loaded source(GetParam());
+    RefuseEach([&](const auto& refuse) {
+        Loaded target(GetParam());
+        const std::vector<VXSwfTag*> tags(target.movie.begin(), target.movie.end());
+        refuse([&] {
+            VXBucketSWFIDGenerator ids(target.movie);
+            unsigned short ignored = 0;
+            target.movie.IncludeCharacter(&source.movie, 30, ignored, &ids, 1);
+            target.movie.AddFreeCharacterAtEnd();
+            BuildTags(target.movie);
+            return true;
+        });
+        const std::set<VXSwfTag*> left(target.movie.begin(), target.movie.end());
+        for (VXSwfTag* tag : tags) EXPECT_TRUE(left.contains(tag));
+        source.ExpectUnchanged();
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Versions, AllocationFault, testing::Values(5u, 8u),
+                         testing::PrintToStringParamName());
+
+}  // namespace
