@@ -122,6 +122,9 @@ void CheckMovie(const std::uint8_t* data, std::size_t size, unsigned int parsing
     if (copy->DumpToStream(copied) == kVXSuccess && isStable && parsingMode == 0)
         Require(AreEqual(first, copied));
 
+    CVXStreamReadWrite stream;
+    stream.SetMode(IVXStream::kWrite);
+    Require(file.DumpToStream(&stream) == kVXSuccess && stream.GetMemorySize() == first.GetSize());
     if (parsingMode != 0 && size <= kLargestForCompression)
         CheckCompression(file, first, parsingMode, isStable);
 }
