@@ -33,7 +33,7 @@ for name in "${fuzzers[@]}"; do
   corpus=build/fuzz/corpus/$name
   mkdir -p "$corpus"
   cp -r "fuzz/corpus/$name/." "$corpus"
-  if ! "build/fuzz/fuzz/$name" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
+  if ! "build/fuzz/fuzz/$name" -max_total_time="$seconds" -timeout=60 -rss_limit_mb=2048 -print_final_stats=1 \
     -dict=fuzz/swf.dict -artifact_prefix="build/fuzz/findings/$name-" "$corpus"; then
     failed+=("$name")
   fi
