@@ -60,8 +60,9 @@ void TakeIn(VXFlintFile& movie, VXFlintFile& source, unsigned int flags) {
     Require(sprite != nullptr);
 
     unsigned short ignoredId = 0;
+    // 0 asks for the first tag without an ID, which is a character when it is a sprite.
     VXSwfTag* character = movie.IncludeCharacter(&source, id, ignoredId, &generator, 1);
-    Require(character == nullptr || id != 0);
+    Require(character == nullptr || id != 0 || dynamic_cast<VXSwfDefineSpriteTag*>(character) != nullptr);
     movie.IncludeSpriteByName(&source, name, &generator, 2);
     movie.FindSprite(name);
     movie.FindSpriteIdByExportName(name);
