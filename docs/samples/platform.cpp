@@ -1,5 +1,6 @@
 // A host's own platform: its byte streams, its place for messages, its type engine; and its threads.
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -97,9 +98,9 @@ VXBndProc FindHostProcedure(const char* name) {
 
 /// Any number of movies at a time, each in one thread.
 void BuildInThreads() {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([] {
+    std::array<std::thread, 4> threads;
+    for (std::thread& thread : threads) {
+        thread = std::thread([] {
             VXFlintFile movie;
             Begin(movie);
             movie.IncludeShowFrameTags(100, -1);
@@ -122,7 +123,8 @@ int main() {
         movie.IncludeShowFrameTags(1, -1);
         stream.SetMode(IVXStream::kWrite);
         Expect(movie.DumpToStream(&stream) == kVXSuccess, "the stream takes a movie");
-        Expect(stream.bytes[0] == (compressed != 0 ? 'C' : 'F'), "compressed when it was asked for");
+        const unsigned char first = compressed != 0 ? 'C' : 'F';
+        Expect(stream.bytes[0] == first, "compressed when it was asked for");
         stream.SetMode(IVXStream::kRead);
         VXFlintFile loaded;
         Expect(loaded.LoadFromStream(&stream) == kVXSuccess && loaded.GetNumTags() == 2, "and gives it back");
