@@ -158,8 +158,9 @@ public:
     ///
     /// Kept: a parsed placement of type 4 has no copy and is left out.
     ///
-    /// When memory runs out, this set and `exports` are what they were before. `source` is not changed. The sprite belongs to this set, except when `source` or `generator` is null:
-    /// it is then empty and the caller's.
+    /// When memory runs out, this set and `exports` are what they were before. `source` is not changed. The
+    /// sprite belongs to this set, except when `source` or `generator` is null: it is then empty and the
+    /// caller's.
     VXSwfDefineSpriteTag* IncludeTagSetAsSprite(VXSwfTagSet* source, int frame, IVXSwfIdGenerator* generator,
                                                 std::map<VXString, VXSwfExportAssetsTag*>* exports,
                                                 short includeABC, short* hasFreeCharacter,
