@@ -16,13 +16,9 @@ namespace {
 
 constexpr unsigned int kGrowthStep = 512;
 constexpr unsigned int kRunAhead = 65536;
+constexpr unsigned int kTouchedAhead = 65536;
 
 constinit thread_local unsigned int theRefusals = 0;
-
-unsigned int Magnitude(int value) {
-    const auto bits = static_cast<unsigned int>(value);
-    return value < 0 ? 0u - bits : bits;
-}
 
 }  // namespace
 
@@ -98,6 +94,10 @@ bool VXBitStream::Allocate(unsigned int capacity) {
         if (isNew) VXPool::PreferHugePages(block, reserve);
         m_Buffer = static_cast<unsigned char*>(block);
         m_Reserved = reserve;
+    }
+    // A stream that grew into this piece will fill it.
+    if (capacity / kTouchedAhead != m_Capacity / kTouchedAhead) {
+        VXPool::TouchPages(m_Buffer + capacity, std::min(kTouchedAhead, m_Reserved - capacity));
     }
     m_Capacity = capacity;
     // A position that an inflate or a failed allocation left behind the size must not uncover what lies
@@ -218,6 +218,7 @@ VXErrorCodeEnum VXBitStream::WriteAway(const void* data, unsigned int length) {
         return kVXFailure;
     }
     if (isOwn) bytes = m_Buffer + (from - start);
+    if (length >= kTouchedAhead) VXPool::TouchPages(m_Buffer + m_Position, length);
     if (length != 0) std::memmove(m_Buffer + m_Position, bytes, length);
     m_Position += length;
     m_Size = std::max(m_Size, m_Position);
@@ -240,8 +241,35 @@ VXErrorCodeEnum VXBitStream::ReadBitsSlowly(unsigned int count, unsigned int& va
     return kVXSuccess;
 }
 
-/// A byte that finds no room is lost.
-void VXBitStream::PutBitByte(unsigned char value) { VXIgnore(WriteAway(&value, 1)); }
+/// Writes up to `kLongestRun` bits, of which `bits` has no more.
+void VXBitStream::WriteRun(std::uint64_t bits, unsigned int count) {
+    if (!HasRoomBehindEnd()) {
+        const unsigned int lower = std::min(count, 32u);
+        VXIgnore(WriteBits(static_cast<unsigned int>(bits >> lower), count - lower));
+        VXIgnore(WriteBits(static_cast<unsigned int>(bits & ((std::uint64_t{1} << lower) - 1)), lower));
+        return;
+    }
+    if (count == 0) return;
+    const unsigned int total = m_BitCount + count;
+    const std::uint64_t pending = m_BitCount == 0 ? 0 : m_BitBuffer;
+    const std::uint64_t window = pending << 56 | bits << (64 - total);
+    m_BitCount = total % 8;
+    m_BitBuffer = static_cast<unsigned int>(window << (total - m_BitCount) >> 56);
+    if (total < 8) return;
+    const std::uint64_t bytes = __builtin_bswap64(window);
+    std::memcpy(m_Buffer + m_Position, &bytes, sizeof bytes);
+    m_Position += total / 8;
+    m_Size = m_Position;
+}
+
+/// Puts out the whole bytes of `bits`, the first at bit `left` and above, where they cannot be stored at once. A byte
+/// that finds no room is lost.
+void VXBitStream::WriteBytesOf(std::uint64_t bits, unsigned int left) {
+    for (; left >= 8; left -= 8) {
+        const auto byte = static_cast<unsigned char>(bits >> left);
+        VXIgnore(WriteAway(&byte, 1));
+    }
+}
 
 void VXBitStream::RepeatBits(unsigned int bit, unsigned int count) {
     while (count != 0) {
@@ -341,12 +369,6 @@ unsigned int VXBitStream::FindMaxNBitsUnsigned(unsigned int current, unsigned in
 
 int VXBitStream::FindMaxNBitsSigned(int current, int value) {
     return std::max(current, static_cast<int>(FindNBitsSigned(value)));
-}
-
-unsigned int VXBitStream::MinBits(unsigned int value, short isSigned) {
-    if (value == 0) return 0;
-    const unsigned int bits = value >= 0x80000000u ? 33 : static_cast<unsigned int>(std::bit_width(value));
-    return bits + (isSigned != 0 ? 1 : 0);
 }
 
 unsigned int VXBitStream::MaxSNum4(int a, int b, int c, int d) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -153,7 +154,12 @@ public:
     ///
     /// Kept: 0x80000000 and above take 33, since the power that is compared wraps.
     static unsigned int MinBits(unsigned int value, short isSigned);
-    /// The greatest magnitude of the four; that of −2^31 is 0x80000000.
+    /// That of −2^31 is 0x80000000.
+    static unsigned int Magnitude(int value) {
+        const auto bits = static_cast<unsigned int>(value);
+        return value < 0 ? 0u - bits : bits;
+    }
+    /// The greatest magnitude of the four.
     static unsigned int MaxSNum4(int a, int b, int c, int d);
 
     // Compression, with zlib streams (RFC 1950). The first `offset` bytes are a header that stays as it is.
@@ -180,6 +186,9 @@ public:
     short StreamedCompress(unsigned int offset);
 
 private:
+    friend class VXBitRun;
+    static constexpr unsigned int kLongestRun = 56;  // with 7 pending bits less than 8 bytes
+
     bool IsAtEnd() const { return m_Buffer == nullptr || m_Position >= m_Size; }
     void DropBits() {
         m_BitBuffer = 0;
@@ -194,7 +203,12 @@ private:
     unsigned int ReadUpTo(void* target, unsigned int length);
     VXErrorCodeEnum ReadBitsSlowly(unsigned int count, unsigned int& value);
     VXErrorCodeEnum WriteSBitsSlowly(int value, unsigned int count);
-    void PutBitByte(unsigned char value);
+    void WriteRun(std::uint64_t bits, unsigned int count);
+    bool HasRoomBehindEnd() const {
+        return m_Position >= m_Size && std::uint64_t{m_Position} + 8 <= std::uint64_t{m_Capacity} &&
+               m_Attached == 0 && m_Stream == nullptr;
+    }
+    void WriteBytesOf(std::uint64_t bits, unsigned int left);
     void RepeatBits(unsigned int bit, unsigned int count);
     VXErrorCodeEnum WriteAway(const void* data, unsigned int length);
     VXErrorCodeEnum WriteSmall(const unsigned char* data, unsigned int length);
@@ -303,23 +317,25 @@ inline VXErrorCodeEnum VXBitStream::WriteBits(unsigned int value, unsigned int c
     // does not fit it spoils the bits in front.
     unsigned int left = m_BitCount + count;
     const std::uint64_t bits = (std::uint64_t{m_BitBuffer} << left) + (std::uint64_t{value} << 8);
-    if (left >= 8) {
-        if (m_Stream == nullptr && std::uint64_t{m_Position} + left / 8 <= std::uint64_t{m_Capacity}) {
-            do {
-                m_Buffer[m_Position++] = static_cast<unsigned char>(bits >> left);
-                left -= 8;
-            } while (left >= 8);
-            if (m_Position > m_Size) m_Size = m_Position;
-        } else {
-            do {
-                PutBitByte(static_cast<unsigned char>(bits >> left));
-                left -= 8;
-            } while (left >= 8);
-        }
+    m_BitCount = left % 8;
+    m_BitBuffer = static_cast<unsigned int>(bits >> m_BitCount) & 0xFFu;
+    if (left < 8) return kVXSuccess;
+    if (HasRoomBehindEnd()) {
+        // A store of eight bytes takes no loop; those that are too many lie behind the end.
+        const std::uint64_t window = __builtin_bswap64(bits << (56 - left));
+        std::memcpy(m_Buffer + m_Position, &window, sizeof window);
+        m_Position += left / 8;
+        m_Size = m_Position;
+        return kVXSuccess;
     }
-    m_BitCount = left;
-    m_BitBuffer = static_cast<unsigned int>(bits >> left) & 0xFFu;
+    WriteBytesOf(bits, left);
     return kVXSuccess;
+}
+
+inline unsigned int VXBitStream::MinBits(unsigned int value, short isSigned) {
+    if (value == 0) return 0;
+    const unsigned int bits = value >= 0x80000000u ? 33 : static_cast<unsigned int>(std::bit_width(value));
+    return bits + (isSigned != 0 ? 1 : 0);
 }
 
 inline VXErrorCodeEnum VXBitStream::WriteSBits(int value, unsigned int count) {

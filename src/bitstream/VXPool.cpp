@@ -72,21 +72,17 @@ struct PageList {
     }
 };
 
-// A process with one thread, which is what most hosts are, pays for no atomic operation.
 class Guard {
 public:
-    explicit Guard(std::atomic_flag& lock) : m_Lock(__libc_single_threaded ? nullptr : &lock) {
-        if (m_Lock == nullptr) return;
-        while (m_Lock->test_and_set(std::memory_order_acquire)) sched_yield();
+    explicit Guard(std::atomic_flag& lock) : m_Lock(lock) {
+        while (m_Lock.test_and_set(std::memory_order_acquire)) sched_yield();
     }
-    ~Guard() {
-        if (m_Lock != nullptr) m_Lock->clear(std::memory_order_release);
-    }
+    ~Guard() { m_Lock.clear(std::memory_order_release); }
     Guard(const Guard&) = delete;
     Guard& operator=(const Guard&) = delete;
 
 private:
-    std::atomic_flag* m_Lock;
+    std::atomic_flag& m_Lock;
 };
 
 unsigned char* EndOf(Page* page) { return reinterpret_cast<unsigned char*>(page) + kPageSize; }
@@ -96,17 +92,26 @@ bool IsFull(Page* page) { return page->free == nullptr && page->fresh + page->bl
 // Everything below is guarded by one lock and never destroyed: blocks may be freed while the process ends.
 class Store {
 public:
+    // A process with one thread, which is what most hosts are, pays for no atomic operation.
+
     void* Allocate(std::size_t index) {
+        if (__libc_single_threaded) return TakeBlock(index);
         const Guard guard(m_Lock);
+        return TakeBlock(index);
+    }
+
+    void Free(void* block, std::size_t index) {
+        if (__libc_single_threaded) return GiveBlock(block, index);
+        const Guard guard(m_Lock);
+        GiveBlock(block, index);
+    }
+
+private:
+    void* TakeBlock(std::size_t index) {
         Page* page = m_Usable[index].first;
         if (page == nullptr) {
-            page = TakePage();
+            page = AddPage(index);
             if (page == nullptr) return nullptr;
-            page->free = nullptr;
-            page->fresh = reinterpret_cast<unsigned char*>(page + 1);
-            page->live = 0;
-            page->blockSize = static_cast<std::uint32_t>((index + 1) * kStep);
-            m_Usable[index].Push(page);
         }
         ++page->live;
         void* block = page->free;
@@ -120,8 +125,7 @@ public:
         return block;
     }
 
-    void Free(void* pointer, std::size_t index) {
-        const Guard guard(m_Lock);
+    void GiveBlock(void* pointer, std::size_t index) {
         auto* page = reinterpret_cast<Page*>(reinterpret_cast<std::uintptr_t>(pointer) & ~(kPageSize - 1));
         if (IsFull(page)) m_Usable[index].Push(page);
         auto* block = static_cast<Block*>(pointer);
@@ -133,24 +137,39 @@ public:
         }
     }
 
-private:
-    Page* TakePage() {
-        if (Page* page = m_Reserve.first; page != nullptr) {
+    /// Apart from the way that nearly every block takes.
+    [[gnu::noinline]] Page* AddPage(std::size_t index) {
+        Page* page = TakePage(m_IsOften[index]);
+        if (page == nullptr) return nullptr;
+        m_IsOften[index] = true;
+        page->free = nullptr;
+        page->fresh = reinterpret_cast<unsigned char*>(page + 1);
+        page->live = 0;
+        page->blockSize = static_cast<std::uint32_t>((index + 1) * kStep);
+        m_Usable[index].Push(page);
+        return page;
+    }
+
+    Page* TakePage(bool isFilledSoon) {
+        Page* page = m_Reserve.first;
+        if (page != nullptr) {
             m_Reserve.Remove(page);
             --m_PagesInReserve;
             return page;
         }
-        if (Page* page = m_Returned.first; page != nullptr) {
+        page = m_Returned.first;
+        if (page != nullptr) {
             m_Returned.Remove(page);
-            return page;
+        } else {
+            if (m_Fresh == m_FreshEnd && !MapRegion()) return nullptr;
+            page = reinterpret_cast<Page*>(m_Fresh);
+            m_Fresh += kPageSize;
         }
-        if (m_Fresh == m_FreshEnd && !MapRegion()) return nullptr;
-        auto* page = reinterpret_cast<Page*>(m_Fresh);
-        m_Fresh += kPageSize;
+        if (isFilledSoon) VXPool::TouchPages(page, kPageSize);
         return page;
     }
 
-    void GivePage(Page* page) {
+    [[gnu::noinline]] void GivePage(Page* page) {
         if (m_PagesInReserve < kPagesInReserve) {
             m_Reserve.Push(page);
             ++m_PagesInReserve;
@@ -181,9 +200,10 @@ private:
     static constexpr std::size_t kPiece = 4096;
 
     std::atomic_flag m_Lock;
-    PageList m_Usable[kSizes];  // pages with a block to give, for each size
-    PageList m_Reserve;         // empty pages whose memory is kept
-    PageList m_Returned;        // empty pages whose memory the system has
+    PageList m_Usable[kSizes];    // pages with a block to give, for each size
+    bool m_IsOften[kSizes] = {};  // sizes that have filled a page
+    PageList m_Reserve;           // empty pages whose memory is kept
+    PageList m_Returned;          // empty pages whose memory the system has
     std::size_t m_PagesInReserve = 0;
     std::uintptr_t m_Fresh = 0;  // what the newest region has left
     std::uintptr_t m_FreshEnd = 0;
