@@ -1,5 +1,6 @@
 #include "graphics/VXFlintEdgeRecords.h"
 
+#include "bitstream/VXBitRun_p.h"
 #include "graphics/VXTwips.h"
 
 namespace {
@@ -14,9 +15,9 @@ VXErrorCodeEnum ReadWidth(VXBitStream& in, unsigned int& width) {
     return kVXSuccess;
 }
 
-VXErrorCodeEnum WriteWidth(VXBitStream& out, unsigned int& width) {
+void AddWidth(VXBitRun& out, unsigned int& width) {
     if (width < kLeastWidth) width += kLeastWidth;
-    return out.WriteBits(width - kLeastWidth, 4);
+    out.Add(width - kLeastWidth, 4);
 }
 
 }  // namespace
@@ -36,18 +37,20 @@ VXErrorCodeEnum VXFlintStraightEdgeRecord::LoadFromStream(VXBitStream& in) {
 }
 
 VXErrorCodeEnum VXFlintStraightEdgeRecord::DumpToStream(VXBitStream& out) {
-    VX_RETURN_IF_FAILED(out.WriteBits(3, 2));
     const bool isGeneral = GeneralLineFlag != 0;
     const bool hasX = isGeneral || VertLineFlag == 0;
     const bool hasY = isGeneral || VertLineFlag != 0;
     const int x = hasX ? VXToTwips(DeltaX) : 0;
     const int y = hasY ? VXToTwips(DeltaY) : 0;
     unsigned int width = VXFieldWidth(x, y);
-    VX_RETURN_IF_FAILED(WriteWidth(out, width));
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(GeneralLineFlag));
-    if (!isGeneral) VX_RETURN_IF_FAILED(out.WriteVXBool16(VertLineFlag));
-    if (hasX) VX_RETURN_IF_FAILED(out.WriteSBits(x, width));
-    return hasY ? out.WriteSBits(y, width) : kVXSuccess;
+    VXBitRun run(out);
+    run.Add(3, 2);
+    AddWidth(run, width);
+    run.AddFlag(GeneralLineFlag);
+    if (!isGeneral) run.AddFlag(VertLineFlag);
+    if (hasX) run.AddSigned(x, width);
+    if (hasY) run.AddSigned(y, width);
+    return run.Finish();
 }
 
 VXFlintCurvedEdgeRecord::~VXFlintCurvedEdgeRecord() = default;
@@ -62,15 +65,17 @@ VXErrorCodeEnum VXFlintCurvedEdgeRecord::LoadFromStream(VXBitStream& in) {
 }
 
 VXErrorCodeEnum VXFlintCurvedEdgeRecord::DumpToStream(VXBitStream& out) {
-    VX_RETURN_IF_FAILED(out.WriteBits(2, 2));
     const int controlX = VXToTwips(ControlDeltaX);
     const int controlY = VXToTwips(ControlDeltaY);
     const int anchorX = VXToTwips(AnchorDeltaX);
     const int anchorY = VXToTwips(AnchorDeltaY);
     unsigned int width = VXFieldWidth(controlX, controlY, anchorX, anchorY);
-    VX_RETURN_IF_FAILED(WriteWidth(out, width));
-    VX_RETURN_IF_FAILED(out.WriteSBits(controlX, width));
-    VX_RETURN_IF_FAILED(out.WriteSBits(controlY, width));
-    VX_RETURN_IF_FAILED(out.WriteSBits(anchorX, width));
-    return out.WriteSBits(anchorY, width);
+    VXBitRun run(out);
+    run.Add(2, 2);
+    AddWidth(run, width);
+    run.AddSigned(controlX, width);
+    run.AddSigned(controlY, width);
+    run.AddSigned(anchorX, width);
+    run.AddSigned(anchorY, width);
+    return run.Finish();
 }

@@ -1,5 +1,6 @@
 #include "graphics/VXFlintRectangle.h"
 
+#include "bitstream/VXBitRun_p.h"
 #include "graphics/VXTwips.h"
 
 VXFlintRectangle::VXFlintRectangle(int left, int top, int right, int bottom) {
@@ -43,10 +44,12 @@ VXErrorCodeEnum VXFlintRectangle::DumpToStream(VXBitStream& out) const {
     const int yMin = VXToTwips(YMin);
     const int yMax = VXToTwips(YMax);
     const unsigned int width = VXFieldWidth(xMin, xMax, yMin, yMax);
-    VX_RETURN_IF_FAILED(out.WriteBits(width, 5));
-    VX_RETURN_IF_FAILED(out.WriteSBits(xMin, width));
-    VX_RETURN_IF_FAILED(out.WriteSBits(xMax, width));
-    VX_RETURN_IF_FAILED(out.WriteSBits(yMin, width));
-    VX_RETURN_IF_FAILED(out.WriteSBits(yMax, width));
+    VXBitRun run(out);
+    run.Add(width, 5);
+    run.AddSigned(xMin, width);
+    run.AddSigned(xMax, width);
+    run.AddSigned(yMin, width);
+    run.AddSigned(yMax, width);
+    VX_RETURN_IF_FAILED(run.Finish());
     return out.FlushBits();
 }

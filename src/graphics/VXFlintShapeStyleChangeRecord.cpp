@@ -1,5 +1,6 @@
 #include "graphics/VXFlintShapeStyleChangeRecord.h"
 
+#include "bitstream/VXBitRun_p.h"
 #include "graphics/VXTwips.h"
 
 VXFlintShapeStyleChangeRecord::VXFlintShapeStyleChangeRecord(unsigned int numFillBits,
@@ -41,23 +42,25 @@ VXErrorCodeEnum VXFlintShapeStyleChangeRecord::LoadFromStream(VXBitStream& in) {
 }
 
 VXErrorCodeEnum VXFlintShapeStyleChangeRecord::DumpToStream(VXBitStream& out) {
-    VX_RETURN_IF_FAILED(out.WriteBits(0, 1));
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(StateNewStyles));
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(StateLineStyle));
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(StateFillStyle1));
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(StateFillStyle0));
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(StateMoveTo));
+    VXBitRun run(out);
+    run.Add(0, 1);
+    run.AddFlag(StateNewStyles);
+    run.AddFlag(StateLineStyle);
+    run.AddFlag(StateFillStyle1);
+    run.AddFlag(StateFillStyle0);
+    run.AddFlag(StateMoveTo);
     if (StateMoveTo != 0) {
         const int x = VXToTwips(MoveDeltaX);
         const int y = VXToTwips(MoveDeltaY);
         const unsigned int width = VXFieldWidth(x, y);
-        VX_RETURN_IF_FAILED(out.WriteBits(width, 5));
-        VX_RETURN_IF_FAILED(out.WriteSBits(x, width));
-        VX_RETURN_IF_FAILED(out.WriteSBits(y, width));
+        run.Add(width, 5);
+        run.AddSigned(x, width);
+        run.AddSigned(y, width);
     }
-    if (StateFillStyle0 != 0) VX_RETURN_IF_FAILED(out.WriteBits(FillStyle0, NumFillBits));
-    if (StateFillStyle1 != 0) VX_RETURN_IF_FAILED(out.WriteBits(FillStyle1, NumFillBits));
-    if (StateLineStyle != 0) VX_RETURN_IF_FAILED(out.WriteBits(LineStyle, NumLineBits));
+    if (StateFillStyle0 != 0) run.Add(FillStyle0, NumFillBits);
+    if (StateFillStyle1 != 0) run.Add(FillStyle1, NumFillBits);
+    if (StateLineStyle != 0) run.Add(LineStyle, NumLineBits);
+    VX_RETURN_IF_FAILED(run.Finish());
     if (StateNewStyles == 0) {
         NewNumFillBits = NumFillBits;
         NewNumLineBits = NumLineBits;

@@ -11,12 +11,26 @@
 
 namespace {
 
-/// Whole units, with a bit for the sign.
-unsigned int WidthOf(VXReal delta) {
-    return static_cast<unsigned int>(std::bit_width(VXTruncateToUnsigned(std::fabs(delta)))) + 1;
+/// Bits of whole units.
+unsigned int Magnitude(VXReal delta) { return VXTruncateToUnsigned(std::fabs(delta)); }
+
+/// With a bit for the sign.
+unsigned int WidthOf(unsigned int magnitude) {
+    return static_cast<unsigned int>(std::bit_width(magnitude)) + 1;
 }
 
 constexpr unsigned int kLeastWidth = 2;
+
+/// Appends a record whose class is known, so that nothing has to look for it.
+template <typename Record, typename... Arguments>
+Record& Append(VXFlintShapeRecords& list, unsigned int kind, Arguments... arguments) {
+    auto made = std::make_unique<Record>(arguments...);
+    Record& record = *made;
+    VXFlintShapeRecord& place = *list.Records.emplace_back(std::make_unique<VXFlintShapeRecord>());
+    place.Record = std::move(made);
+    place.Kind = kind;
+    return record;
+}
 
 }  // namespace
 
@@ -26,52 +40,52 @@ void VXFlintShape::StoreWidth(unsigned int width) {
 }
 
 void VXFlintShape::AddChangeToGlyphShape(float x, float y, bool selectStyle) {
-    auto change = std::make_unique<VXFlintShapeStyleChangeRecord>(
-        ShapeRecords.NumFillBits, ShapeRecords.NumLineBits, short{0}, short{0}, short{0});
-    change->StateMoveTo = 1;
-    change->MoveDeltaX = x;
-    change->MoveDeltaY = y;
-    change->MoveBits = x == 0.0f ? 0 : WidthOf(x);
-    change->StateFillStyle1 = selectStyle ? 1 : 0;
-    change->StateLineStyle = selectStyle ? 1 : 0;
-    change->FillStyle1 = 1;
-    StoreWidth(change->MoveBits);
-    ShapeRecords.AddShapeRecord(VXFlintShapeRecord(std::move(change)));
+    auto& change = Append<VXFlintShapeStyleChangeRecord>(ShapeRecords, VXFlintShapeRecord::kStyleChange,
+                                                         ShapeRecords.NumFillBits, ShapeRecords.NumLineBits,
+                                                         short{0}, short{0}, short{0});
+    change.StateMoveTo = 1;
+    change.MoveDeltaX = x;
+    change.MoveDeltaY = y;
+    change.MoveBits = x == 0.0f ? 0 : WidthOf(Magnitude(x));
+    change.StateFillStyle1 = selectStyle ? 1 : 0;
+    change.StateLineStyle = selectStyle ? 1 : 0;
+    change.FillStyle1 = 1;
+    StoreWidth(change.MoveBits);
 }
 
 void VXFlintShape::AddLineToGlyphShape(float x1, float y1, float x2, float y2) {
     if (x1 == x2 && y1 == y2) return;
     const VXReal dx = static_cast<VXReal>(x2) - x1;
     const VXReal dy = static_cast<VXReal>(y2) - y1;
-    auto edge = std::make_unique<VXFlintStraightEdgeRecord>();
+    auto& edge = Append<VXFlintStraightEdgeRecord>(ShapeRecords, VXFlintShapeRecord::kStraightEdge);
     if (dx == 0.0) {
-        edge->VertLineFlag = 1;
-        edge->DeltaY = dy;
+        edge.VertLineFlag = 1;
+        edge.DeltaY = dy;
     } else if (dy == 0.0) {
-        edge->DeltaX = dx;
+        edge.DeltaX = dx;
     } else {
-        edge->GeneralLineFlag = 1;
-        edge->DeltaX = dx;
-        edge->DeltaY = dy;
+        edge.GeneralLineFlag = 1;
+        edge.DeltaX = dx;
+        edge.DeltaY = dy;
     }
     // Kept: the height alone counts. A dump finds the width from both.
-    edge->NumBits = std::max(WidthOf(dy), kLeastWidth);
-    StoreWidth(edge->NumBits);
-    ShapeRecords.AddShapeRecord(VXFlintShapeRecord(std::move(edge)));
+    edge.NumBits = std::max(WidthOf(Magnitude(dy)), kLeastWidth);
+    StoreWidth(edge.NumBits);
 }
 
 void VXFlintShape::AddCurveToGlyphShape(float x1, float y1, float cx, float cy, float x2, float y2) {
-    auto edge = std::make_unique<VXFlintCurvedEdgeRecord>();
-    edge->ControlDeltaX = static_cast<VXReal>(cx) - x1;
-    edge->ControlDeltaY = static_cast<VXReal>(cy) - y1;
-    edge->AnchorDeltaX = static_cast<VXReal>(x2) - cx;
-    edge->AnchorDeltaY = static_cast<VXReal>(y2) - cy;
-    edge->NumBits = std::max({WidthOf(edge->ControlDeltaX), WidthOf(edge->ControlDeltaY),
-                              WidthOf(edge->AnchorDeltaX), WidthOf(edge->AnchorDeltaY), kLeastWidth});
-    StoreWidth(edge->NumBits);
-    ShapeRecords.AddShapeRecord(VXFlintShapeRecord(std::move(edge)));
+    auto& edge = Append<VXFlintCurvedEdgeRecord>(ShapeRecords, VXFlintShapeRecord::kCurvedEdge);
+    edge.ControlDeltaX = static_cast<VXReal>(cx) - x1;
+    edge.ControlDeltaY = static_cast<VXReal>(cy) - y1;
+    edge.AnchorDeltaX = static_cast<VXReal>(x2) - cx;
+    edge.AnchorDeltaY = static_cast<VXReal>(y2) - cy;
+    // The widest of several fields has as many bits as all of them laid over each other.
+    edge.NumBits = std::max(WidthOf(Magnitude(edge.ControlDeltaX) | Magnitude(edge.ControlDeltaY) |
+                                    Magnitude(edge.AnchorDeltaX) | Magnitude(edge.AnchorDeltaY)),
+                            kLeastWidth);
+    StoreWidth(edge.NumBits);
 }
 
 void VXFlintShape::AddEndShapeRecord() {
-    ShapeRecords.AddShapeRecord(VXFlintShapeRecord(std::make_unique<VXFlintShapeEndRecord>()));
+    Append<VXFlintShapeEndRecord>(ShapeRecords, VXFlintShapeRecord::kEnd);
 }

@@ -10,26 +10,29 @@ inline constexpr VXReal kVXTwipsPerPixel = 20.0;
 
 /// Cuts the fraction off, toward zero. What 32 bits cannot hold saturates, and a NaN gives 0.
 inline int VXTruncate(VXReal value) {
+    if (value > -2147483648.0 && value < 2147483648.0) [[likely]]
+        return static_cast<int>(value);
     if (!(value == value)) return 0;
-    if (value >= 2147483647.0) return INT_MAX;
-    if (value <= -2147483648.0) return INT_MIN;
-    return static_cast<int>(value);
+    return value < 0.0 ? INT_MIN : INT_MAX;
 }
 
 /// The same within 64 bits, then cut to 32 unsigned ones.
 inline unsigned int VXTruncateToUnsigned(VXReal value) {
-    if (!(value == value)) return 0;
-    if (value >= 9223372036854775807.0) return UINT_MAX;
-    if (value <= -9223372036854775808.0) return 0;
-    return static_cast<unsigned int>(static_cast<long long>(value));
+    if (value > -9223372036854775808.0 && value < 9223372036854775808.0) [[likely]] {
+        return static_cast<unsigned int>(static_cast<long long>(value));
+    }
+    return value > 0.0 ? UINT_MAX : 0;
 }
 
 /// Pixels to twips: half a twip goes up, for negative values too. Saturates as `VXTruncate` does.
 inline int VXToTwips(VXReal pixels) {
     const VXReal twips = pixels * kVXTwipsPerPixel + 0.5;
-    // A floor without the call that it is where the processor's rounding cannot be counted on.
-    const int cut = VXTruncate(twips);
-    return cut > twips && cut != INT_MIN ? cut - 1 : cut;
+    if (!(twips > -2147483648.0 && twips < 2147483648.0)) [[unlikely]]
+        return VXTruncate(twips);
+    // A floor without the call that it is where the processor's rounding cannot be counted on, and without a branch
+    // on the sign.
+    const int cut = static_cast<int>(twips);
+    return cut - (cut > twips ? 1 : 0);
 }
 
 /// Twips to pixels: a division, since a multiplication by 0.05 would not come back to the same twips.
@@ -43,7 +46,10 @@ inline VXErrorCodeEnum VXReadTwips(VXBitStream& in, unsigned int bits, VXReal& p
     return kVXSuccess;
 }
 
-/// The width that a group of signed fields takes on the wire.
+/// The width that a group of signed fields takes on the wire. The greatest of them has as many bits as all laid over
+/// each other, which are found without a branch.
 inline unsigned int VXFieldWidth(int a, int b = 0, int c = 0, int d = 0) {
-    return VXBitStream::MinBits(VXBitStream::MaxSNum4(a, b, c, d), 1);
+    const unsigned int all = VXBitStream::Magnitude(a) | VXBitStream::Magnitude(b) |
+                             VXBitStream::Magnitude(c) | VXBitStream::Magnitude(d);
+    return VXBitStream::MinBits(all, 1);
 }
