@@ -1,8 +1,6 @@
 #include "shapes/BezierLib2.h"
 
-#include <algorithm>
 #include <cmath>
-#include <iterator>
 
 #include "shapes/VXPathWriter_p.h"
 
@@ -29,36 +27,40 @@ bool AreWithin(double tolerance, Point error1, Point error2) {
     return tolerance > Square(error1) && tolerance > Square(error2);
 }
 
-template <typename Shape>
-Shape& Append(BezShapes& shapes, Point from, Point to) {
-    auto shape = std::make_unique<Shape>();
-    shape->StartX = from.x;
-    shape->StartY = from.y;
-    shape->EndX = to.x;
-    shape->EndY = to.y;
-    Shape& added = *shape;
-    shapes.push_back(std::move(shape));
-    return added;
+void SetEnds(BezShape& shape, Point from, Point to) {
+    shape.StartX = from.x;
+    shape.StartY = from.y;
+    shape.EndX = to.x;
+    shape.EndY = to.y;
 }
 
-void AppendQuadratic(BezShapes& shapes, Point from, Point control, Point to) {
+void VisitLine(Point from, Point to, BezShapeVisitor& visitor) {
+    BezLine line;
+    SetEnds(line, from, to);
+    visitor.VisitLine(line);
+}
+
+void VisitQuadratic(Point from, Point control, Point to, BezShapeVisitor& visitor) {
     const bool isClosed = IsSame(from, to);
     if (isClosed || IsSame(control, from) || IsSame(control, to)) {
-        if (!isClosed) Append<BezLine>(shapes, from, to);
+        if (!isClosed) VisitLine(from, to, visitor);
         return;
     }
-    BezCurve& curve = Append<BezCurve>(shapes, from, to);
+    BezCurve curve;
+    SetEnds(curve, from, to);
     curve.ControlX = control.x;
     curve.ControlY = control.y;
+    visitor.VisitCurve(curve);
 }
 
 /// Recurses into the left half and loops over the right one, so that the stack grows with the depth on one
 /// side only.
-void AppendCubic(double tolerance, Point p0, Point p1, Point p2, Point p3, int depth, BezShapes& shapes) {
+void VisitHalves(double tolerance, Point p0, Point p1, Point p2, Point p3, int depth,
+                 BezShapeVisitor& visitor) {
     for (;; ++depth) {
         if (p3.x == (3.0 * p2.x - 3.0 * p1.x) + p0.x && p3.y == (3.0 * p2.y - 3.0 * p1.y) + p0.y) {
             // A quadratic that was raised.
-            AppendQuadratic(shapes, p0, 1.5 * p1 - 0.5 * p0, p3);
+            VisitQuadratic(p0, 1.5 * p1 - 0.5 * p0, p3, visitor);
             return;
         }
         const Point a = p0 - p1;
@@ -68,7 +70,7 @@ void AppendCubic(double tolerance, Point p0, Point p1, Point p2, Point p3, int d
             // Where the tangents of both ends meet.
             const Point q = p1 + (Cross(b, c) / d) * a;
             if (AreWithin(tolerance, p1 - kThird * p0 - kTwoThirds * q, p2 - kTwoThirds * q - kThird * p3)) {
-                AppendQuadratic(shapes, p0, q, p3);
+                VisitQuadratic(p0, q, p3, visitor);
                 return;
             }
         }
@@ -76,7 +78,7 @@ void AppendCubic(double tolerance, Point p0, Point p1, Point p2, Point p3, int d
         const bool isFlat =
             AreWithin(tolerance * 0.0625, (p1 - p0) - kThird * chord, (p2 - p0) - kTwoThirds * chord);
         if (isFlat || depth >= kDeepest) {
-            Append<BezLine>(shapes, p0, p3);
+            VisitLine(p0, p3, visitor);
             return;
         }
         const Point left1 = 0.5 * (p0 + p1);
@@ -85,12 +87,23 @@ void AppendCubic(double tolerance, Point p0, Point p1, Point p2, Point p3, int d
         const Point left2 = 0.5 * (left1 + middle);
         const Point right1 = 0.5 * (middle + right2);
         const Point center = 0.5 * (left2 + right1);
-        AppendCubic(tolerance, p0, left1, left2, center, depth + 1, shapes);
+        VisitHalves(tolerance, p0, left1, left2, center, depth + 1, visitor);
         p0 = center;
         p1 = right1;
         p2 = right2;
     }
 }
+
+/// Keeps what it sees.
+class Collector final : public BezShapeVisitor {
+public:
+    explicit Collector(BezShapes& shapes) : m_Shapes(shapes) {}
+    void VisitCurve(BezCurve& curve) override { m_Shapes.push_back(std::make_unique<BezCurve>(curve)); }
+    void VisitLine(BezLine& line) override { m_Shapes.push_back(std::make_unique<BezLine>(line)); }
+
+private:
+    BezShapes& m_Shapes;
+};
 
 }  // namespace
 
@@ -106,16 +119,22 @@ void BezCurve::Accept(BezShapeVisitor& visitor) { visitor.VisitCurve(*this); }
 
 BezShapeVisitor::~BezShapeVisitor() = default;
 
-BezShapes ConvertCubicToShapes(const double (&points)[8], double tolerance) {
-    BezShapes shapes;
+void VisitCubic(const double (&points)[8], double tolerance, BezShapeVisitor& visitor) {
     const Point p0 = {points[0], points[1]};
     const Point p3 = {points[6], points[7]};
-    const auto isNear = [](double coordinate) { return std::fabs(coordinate) <= kFarthest; };
-    if (std::all_of(std::begin(points), std::end(points), isNear) && tolerance > 0.0) {
-        AppendCubic(tolerance, p0, {points[2], points[3]}, {points[4], points[5]}, p3, 0, shapes);
+    bool isNear = true;
+    for (const double coordinate : points) isNear &= std::fabs(coordinate) <= kFarthest;
+    if (isNear && tolerance > 0.0) {
+        VisitHalves(tolerance, p0, {points[2], points[3]}, {points[4], points[5]}, p3, 0, visitor);
     } else if (std::isfinite(p0.x) && std::isfinite(p0.y) && std::isfinite(p3.x) && std::isfinite(p3.y)) {
-        Append<BezLine>(shapes, p0, p3);
+        VisitLine(p0, p3, visitor);
     }
+}
+
+BezShapes ConvertCubicToShapes(const double (&points)[8], double tolerance) {
+    BezShapes shapes;
+    Collector collector(shapes);
+    VisitCubic(points, tolerance, collector);
     return shapes;
 }
 

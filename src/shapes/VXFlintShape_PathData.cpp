@@ -45,6 +45,7 @@ void VXFlintShape::CreateShapeFromPathData(unsigned int count, float* points, co
     WholePoint current;
     WholePoint pen;  // where the records lead
     bool hasPoint = false;
+    BezierLib2::BezSWFEdgeCreatorVisitor visitor({}, this, &pen.x, &pen.y);
     const auto read = [&points]() -> RealPoint {
         const RealPoint point = {points[0], points[1]};
         points += 2;
@@ -93,9 +94,7 @@ void VXFlintShape::CreateShapeFromPathData(unsigned int count, float* points, co
                 if (!hasPoint || !IsNear(control1) || !IsNear(control2) || !IsNear(end)) break;
                 const double cubic[] = {last.x,     last.y,     control1.x, control1.y,
                                         control2.x, control2.y, end.x,      end.y};
-                BezierLib2::BezSWFEdgeCreatorVisitor visitor(
-                    BezierLib2::ConvertCubicToShapes(cubic, kTolerance), this, &pen.x, &pen.y);
-                visitor.VisitShapes();
+                BezierLib2::VisitCubic(cubic, kTolerance, visitor);
                 last = end;
                 current = end.Truncated();
                 break;
