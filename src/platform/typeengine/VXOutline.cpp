@@ -162,8 +162,7 @@ bool VXTransform::IsFinite() const {
 }
 
 bool VXOutline::Load(const FT_Outline& outline) {
-    m_Points.clear();
-    m_Steps.clear();
+    Clear();
     // Room for all that can come, since nothing may be thrown through FreeType: each point yields a step at
     // most, and with it a point between two controls; each contour a move and three lines that close it.
     const auto points = static_cast<std::size_t>(outline.n_points);

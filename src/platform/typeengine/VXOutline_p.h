@@ -33,6 +33,11 @@ struct VXTransform {
 class VXOutline {
 public:
     VXOutline() = default;
+    /// Keeps the room for a glyph that comes later.
+    void Clear() {
+        m_Points.clear();
+        m_Steps.clear();
+    }
     /// False when the outline is damaged. Positions keep the units of `outline`.
     bool Load(const FT_Outline& outline);
 

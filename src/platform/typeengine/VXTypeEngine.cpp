@@ -12,6 +12,8 @@ namespace {
 
 constinit VXTypeEngine* g_Engine = nullptr;
 
+constexpr std::size_t kMostSpareEntries = 1 << 16;
+
 }  // namespace
 
 VXTypeEngine& VXTypeEngine::Get() {
@@ -26,6 +28,14 @@ void VXTypeEngine::Terminate() { delete std::exchange(g_Engine, nullptr); }
 std::shared_ptr<const VXFontList> VXTypeEngine::GetFonts() {
     if (m_Fonts == nullptr) m_Fonts = VXFontList::Load();
     return m_Fonts;
+}
+
+VXPathObject::~VXPathObject() {
+    VXTypeEngine* engine = VXTypeEngine::Find();
+    if (engine == nullptr || entries.kinds.capacity() > kMostSpareEntries) return;
+    entries.kinds.clear();
+    entries.points.clear();
+    engine->sparePath = std::move(entries);
 }
 
 extern "C" {
@@ -52,7 +62,7 @@ GFMSharedBezierPath GFMNewSharedBezierPathProc(std::int32_t capacity, std::int32
     constexpr std::int32_t kMaxCapacity = 1 << 16;
     GFMSharedBezierPath out{};
     const TYError error = VXRunStep([&](VXTypeEngine& engine) {
-        auto path = std::make_unique<VXPathObject>();
+        auto path = std::make_unique<VXPathObject>(std::move(engine.sparePath));
         // One at least: a path has arrays also when it is empty.
         const auto room = static_cast<std::size_t>(std::clamp(capacity, 1, kMaxCapacity));
         path->entries.kinds.reserve(room);

@@ -46,8 +46,8 @@ TYError NewText(TYFontInstance instance, const void* characters, std::int32_t si
         if (object == nullptr) return &kVXBadHandle;
         TYGlyphID glyph = 0;
         if (out == nullptr || !ReadCharacter(*object, characters, size, glyph)) return &kVXBadParameter;
-        if (const TYError error = engine.Add(std::make_unique<VXTextObject>(*object, glyph), out))
-            return error;
+        auto made = std::make_unique<VXTextObject>(*object, glyph, std::move(engine.spareOutline));
+        if (const TYError error = engine.Add(std::move(made), out)) return error;
         if (consumed != nullptr) *consumed = size;
         return nullptr;
     });
@@ -67,16 +67,24 @@ TYError WithOutline(VXTypeEngine& engine, TYText text, const TYMatrix* matrix, F
 
 }  // namespace
 
-VXTextObject::VXTextObject(const VXFontInstanceObject& instance, TYGlyphID wanted)
+VXTextObject::VXTextObject(const VXFontInstanceObject& instance, TYGlyphID wanted, VXOutline&& room)
     : VXEngineObject(kKind),
       m_Face(instance.face),
       m_Glyph(wanted),
-      m_IsEmboldened(instance.font.isEmboldened) {
+      m_IsEmboldened(instance.font.isEmboldened),
+      m_Outline(std::move(room)) {
     const double scale = 1.0 / (kOutlineUnitsPerUnit * m_Face->GetUnitsPerEm());
     const double slant = instance.font.isSlanted ? kItalicSlant : 0.0;
     // The font's y grows upwards.
     m_Transform =
         VXTransform{scale, 0.0, scale * slant, -scale, 0.0, 0.0}.Then(VXTransform::Of(instance.matrix));
+}
+
+VXTextObject::~VXTextObject() {
+    VXTypeEngine* engine = VXTypeEngine::Find();
+    if (engine == nullptr) return;
+    m_Outline.Clear();
+    engine->spareOutline = std::move(m_Outline);
 }
 
 const VXOutline* VXTextObject::GetOutline() {

@@ -36,6 +36,9 @@ public:
 
     VXHandleTable handles;
     VXFaceCache faces;
+    // Empty, with the room that the last text and the last path had: the next glyph needs it again.
+    VXOutline spareOutline;
+    VXPathEntries sparePath;
 
 private:
     std::shared_ptr<const VXFontList> m_Fonts;
@@ -123,7 +126,8 @@ struct VXFontInstanceObject : VXEngineObject {
 class VXTextObject : public VXEngineObject {
 public:
     static constexpr VXObjectKind kKind = VXObjectKind::Text;
-    VXTextObject(const VXFontInstanceObject& instance, TYGlyphID wanted);
+    VXTextObject(const VXFontInstanceObject& instance, TYGlyphID wanted, VXOutline&& room);
+    ~VXTextObject() override;
 
     /// Null when the font file holds no sound outline for the glyph.
     const VXOutline* GetOutline();
@@ -147,6 +151,7 @@ private:
 
 struct VXPathObject : VXEngineObject {
     static constexpr VXObjectKind kKind = VXObjectKind::Path;
-    VXPathObject() : VXEngineObject(kKind) {}
+    explicit VXPathObject(VXPathEntries&& room) : VXEngineObject(kKind), entries(std::move(room)) {}
+    ~VXPathObject() override;
     VXPathEntries entries;
 };
