@@ -111,8 +111,7 @@ void GlyphFont(benchmark::State& state) {
     };
     CompareCold(state, decode, dump, static_cast<std::size_t>(std::filesystem::file_size(path)));
 }
-// The aim is a ratio of 3; the records that a dump leaves in the tag hold it at 3.5. Ten times the glyphs take ten
-// times the time.
+// The bound is a ratio of 3 for the many glyphs; ten times the glyphs take ten times the time.
 BENCHMARK(GlyphFont)->Apply(ColdRuns)->Arg(500)->Arg(5000);
 
 }  // namespace

@@ -111,7 +111,7 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::LoadDataFromStream(VXBitStream& in) {
     return kVXSuccess;
 }
 
-VXErrorCodeEnum VXSwfDefineFont2Tag::DumpFields(VXBitStream& body, VXBitStream& outlines) {
+VXErrorCodeEnum VXSwfDefineFont2Tag::DumpFields(VXBitStream& body) {
     VX_RETURN_IF_FAILED(body.WriteVXBool16(m_HasLayout));
     VX_RETURN_IF_FAILED(body.WriteVXBool16(m_ShiftJIS));
     VX_RETURN_IF_FAILED(body.WriteVXBool16(m_SmallText));
@@ -127,13 +127,18 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpFields(VXBitStream& body, VXBitStream& 
     VX_RETURN_IF_FAILED(body.Write(m_FontName.GetUTF8String().data(), m_NameLength));
     VX_RETURN_IF_FAILED(body.WriteWord(m_NumGlyphs));
     const unsigned int tableStart = body.GetPosition();
+    // The offsets are known when the shapes in them are written.
+    const unsigned int shapesStart = tableStart + GetOffsetTableSize(m_NumGlyphs);
+    if (body.SetPosition(shapesStart) == 0) return kVXFailure;
+    if (m_FontKind == kGlyphFont) {
+        FillDefineFont2Tables(body);
+    } else {
+        for (VXFlintShape& shape : m_GlyphShapes) DumpShape(shape, body);
+    }
+    const unsigned int codesStart = body.GetPosition();
+    body.SetPosition(tableStart);
     VX_RETURN_IF_FAILED(DumpTable(m_OffsetTable, m_NumGlyphs,
                                   [&](unsigned int offset) { return WriteOffset(body, offset); }));
-    const unsigned int offsetPosition = body.GetPosition();
-    VX_RETURN_IF_FAILED(WriteOffset(body, 0));
-    VX_RETURN_IF_FAILED(body.Write(outlines.GetBuffer(), outlines.GetSize()));
-    const unsigned int codesStart = body.GetPosition();
-    body.SetPosition(offsetPosition);
     VX_RETURN_IF_FAILED(WriteOffset(body, codesStart - tableStart));
     body.SetPosition(codesStart);
     VX_RETURN_IF_FAILED(
@@ -172,19 +177,13 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpLayout(VXBitStream& body) {
 }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::DumpToStream(VXBitStream& out) {
-    VXBitStream outlines;
-    if (m_FontKind == kGlyphFont) {
-        UpdateForGlyphFont();
-        FillDefineFont2Tables(outlines);
-    } else {
-        for (VXFlintShape& shape : m_GlyphShapes) DumpShape(shape, outlines);
-    }
+    if (m_FontKind == kGlyphFont) UpdateForGlyphFont();
     VXBitStream body;
     BeginBody(body);
-    VXIgnore(DumpFields(body, outlines));  // fails for want of memory alone, which the body remembers
+    VXIgnore(DumpFields(body));  // fails for want of memory alone, which the body remembers
     // Kept: the other way round than the manager has its arguments.
     VXFontPublishManager::RemoveFontTag(m_FontName, m_Italic, m_Bold);
-    return outlines.HasFailed() ? kVXFailure : DumpBody(out, body);
+    return DumpBody(out, body);
 }
 
 void VXSwfDefineFont2Tag::SetFont(const VXString& name, short bold, short italic) {

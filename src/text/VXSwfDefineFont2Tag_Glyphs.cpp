@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <utility>
+#include <cstddef>
 
 #include "binding/BNDTypeEngine.h"
 #include "graphics/VXTwips.h"
@@ -18,19 +18,24 @@ short Truncate16(VXReal value) { return static_cast<short>(VXTruncate(value)); }
 
 bool HasOutline(char16_t c) { return c != u'\n' && c != u'\r' && c != u'\t'; }
 
-/// Around every point, controls included; empty around none.
-VXFlintRectangle BoundsOf(unsigned int count, const float* points) {
+/// Moves every point to the right. Answers what is then around all of them, controls included; empty around none.
+VXFlintRectangle Shift(unsigned int count, float* points, float distance) {
     VXFlintRectangle bounds;
     if (count == 0) return bounds;
-    bounds.Set(VXReal{points[0]}, VXReal{points[1]}, VXReal{points[0]}, VXReal{points[1]});
-    for (std::size_t i = 1; i < count; ++i) {
-        const VXReal x = points[2 * i];
-        const VXReal y = points[2 * i + 1];
-        bounds.XMin = std::min(bounds.XMin, x);
-        bounds.XMax = std::max(bounds.XMax, x);
-        bounds.YMin = std::min(bounds.YMin, y);
-        bounds.YMax = std::max(bounds.YMax, y);
+    float left = points[0] + distance;
+    float right = left;
+    float top = points[1];
+    float bottom = top;
+    for (const float* const end = points + std::size_t{count} * 2; points != end; points += 2) {
+        const float x = points[0] + distance;
+        const float y = points[1];
+        points[0] = x;
+        left = std::min(left, x);
+        right = std::max(right, x);
+        top = std::min(top, y);
+        bottom = std::max(bottom, y);
     }
+    bounds.Set(VXReal{left}, VXReal{top}, VXReal{right}, VXReal{bottom});
     return bounds;
 }
 
@@ -46,9 +51,7 @@ void AddOutline(VXFlintShape& shape, unsigned short c, float em, const CTYFontDi
     GFMSharedBezierPathGetState(path, count, points, kinds);
     if (points == nullptr || kinds == nullptr) return;
     // Kept: every glyph stands a tenth of the em further left than the font has it.
-    const auto shift = static_cast<float>(em * -0.1);
-    for (std::size_t i = 0; i < count; ++i) points[2 * i] += shift;
-    bounds = BoundsOf(count, points);
+    bounds = Shift(count, points, static_cast<float>(em * -0.1));
     shape.ShapeRecords.Records.reserve(count / 2 + 2);  // three entries make a curve, one a line
     shape.CreateShapeFromPathData(count, points, kinds);
 }
@@ -62,8 +65,7 @@ void VXSwfDefineFont2Tag::UpdateForGlyphFont() {
     m_NumGlyphs = static_cast<unsigned short>(m_GlyphText.size());
 }
 
-void VXSwfDefineFont2Tag::FillDefineFont2Tables(VXBitStream& outlines) {
-    if (m_FontKind != kGlyphFont) return;
+void VXSwfDefineFont2Tag::FillDefineFont2Tables(VXBitStream& body) {
     const std::size_t count = m_GlyphText.size();
     CTYFontInstance instance = VXFontPublishManager::GetFontInstance(m_FontName, m_Bold == 1, m_Italic == 1);
     const CTYFontDict font = TYFontInstanceGetFont(instance);
@@ -90,9 +92,9 @@ void VXSwfDefineFont2Tag::FillDefineFont2Tables(VXBitStream& outlines) {
     m_GlyphShapes.reserve(count);
     m_OffsetTable.reserve(count);
     m_BoundsTable.reserve(count);
-    unsigned int offset = (m_WideOffsets != 0 ? 4u : 2u) * (static_cast<unsigned int>(count) + 1);
+    unsigned int offset = GetOffsetTableSize(count);
     for (const char16_t c : m_GlyphText) {
-        VXFlintShape shape;
+        VXFlintShape& shape = m_GlyphShapes.emplace_back();
         shape.NumFillBits = 1;
         shape.ShapeRecords.NumFillBits = 1;
         shape.AddChangeToGlyphShape(0.0f, 0.0f, true);
@@ -101,10 +103,9 @@ void VXSwfDefineFont2Tag::FillDefineFont2Tables(VXBitStream& outlines) {
         if (HasOutline(c)) AddOutline(shape, c, em, font, m_FontName, bounds);
         shape.AddEndShapeRecord();
         m_OffsetTable.push_back(offset);
-        const unsigned int start = outlines.GetPosition();
-        DumpShape(shape, outlines);
-        offset += outlines.GetPosition() - start;
-        m_GlyphShapes.push_back(std::move(shape));
+        const unsigned int start = body.GetPosition();
+        DumpShape(shape, body);
+        offset += body.GetPosition() - start;
         // Kept: a tab or a line break has the bounds of the glyph before it.
         m_BoundsTable.push_back(bounds);
     }
