@@ -4,11 +4,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <memory>
 #include <utility>
 #include <vector>
+
+#include "Progress.h"
 
 namespace {
 
@@ -31,7 +34,7 @@ private:
 };
 
 /// A stream in memory over all that `descriptor` still gives, or null with the reason in `errno`.
-std::unique_ptr<CVXStreamReadWrite> ReadToEnd(int descriptor) {
+std::unique_ptr<CVXStreamReadWrite> ReadToEnd(int descriptor, const std::string& file) {
     auto memory = std::make_unique<CVXStreamReadWrite>();
     memory->SetMode(IVXStream::kWrite);
     std::vector<unsigned char> chunk(1 << 16);
@@ -44,6 +47,7 @@ std::unique_ptr<CVXStreamReadWrite> ReadToEnd(int descriptor) {
             errno = EFBIG;
             return nullptr;
         }
+        ShowProgress("reading", file, memory->GetMemorySize(), 0);
     }
     memory->Seek(0, kVXSeekFromStart);
     memory->SetMode(IVXStream::kRead);
@@ -52,18 +56,20 @@ std::unique_ptr<CVXStreamReadWrite> ReadToEnd(int descriptor) {
 
 /// A stream over the file, or null with the reason in `errno`. What cannot seek, such as a pipe, is read now.
 std::unique_ptr<CVXStreamReadWrite> OpenInput(const std::string& file) {
-    if (file == kStandardStream) return ReadToEnd(STDIN_FILENO);
+    if (file == kStandardStream) return ReadToEnd(STDIN_FILENO, file);
     Descriptor input(open(file.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat status = {};
     if (!input.IsOpen() || fstat(input.Get(), &status) != 0) return nullptr;
-    if (!S_ISREG(status.st_mode)) return ReadToEnd(input.Get());
-    return std::make_unique<CVXStreamReadWrite>(input.Release());
+    if (!S_ISREG(status.st_mode)) return ReadToEnd(input.Get(), file);
+    return std::make_unique<ProgressStream>(input.Release(), file,
+                                            static_cast<unsigned long long>(status.st_size));
 }
 
 ExitCode DumpMovie(VXFlintFile& movie, const std::string& file, CVXStreamReadWrite& stream) {
     stream.SetMode(IVXStream::kWrite);
     const VXErrorCodeEnum result = movie.DumpToStream(&stream);
     stream.Flush();
+    EraseProgress();
     // A full disk fails the dump as well, or is seen in the flush alone.
     if (stream.GetStreamState() == kVXStreamFailed) return ReportUnusable(file, "cannot be written");
     return result == kVXSuccess ? kDone : ReportFailure(file, "dump", result);
@@ -73,12 +79,16 @@ ExitCode DumpMovie(VXFlintFile& movie, const std::string& file, CVXStreamReadWri
 ExitCode SaveThrough(VXFlintFile& movie, const std::string& file, int descriptor) {
     CVXStreamReadWrite memory;
     if (const ExitCode code = DumpMovie(movie, file, memory); code != kDone) return code;
-    for (std::size_t done = 0; done < memory.GetMemorySize();) {
-        const ssize_t count = write(descriptor, memory.GetMemory() + done, memory.GetMemorySize() - done);
+    constexpr std::size_t kStep = 1 << 20;
+    const std::size_t size = memory.GetMemorySize();
+    for (std::size_t done = 0; done < size;) {
+        const ssize_t count = write(descriptor, memory.GetMemory() + done, std::min(size - done, kStep));
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) return ReportUnusable(file);
         done += static_cast<std::size_t>(count);
+        ShowProgress("writing", file, done, size);
     }
+    EraseProgress();
     return kDone;
 }
 
@@ -134,7 +144,7 @@ ExitCode SaveBeside(VXFlintFile& movie, const std::string& file, const struct st
     TemporaryFile temporary(place.parent_path());
     const int descriptor = temporary.TakeDescriptor();
     if (descriptor < 0) return ReportUnusable(file);
-    CVXStreamReadWrite stream(descriptor);
+    ProgressStream stream(descriptor, file, 0);
     if (const ExitCode code = DumpMovie(movie, file, stream); code != kDone) return code;
     const mode_t mode = old != nullptr ? old->st_mode & 07777 : ModeOfNewFile();
     // A system that writes late tells of a full disk only when it is asked.
@@ -152,6 +162,7 @@ ExitCode LoadMovie(const std::string& file, bool isRaw, VXFlintFile& movie) {
     if (stream == nullptr) return ReportUnusable(file);
     movie.SetParsingMode(isRaw ? 1 : 0);
     const VXErrorCodeEnum result = movie.LoadFromStream(stream.get());
+    EraseProgress();
     if (stream->GetStreamState() == kVXStreamFailed) return ReportUnusable(file, "cannot be read");
     return result == kVXSuccess ? kDone : ReportFailure(file, "load", result);
 }

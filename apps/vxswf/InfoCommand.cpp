@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cerrno>
 #include <iomanip>
 #include <iostream>
 #include <memory>
@@ -108,13 +109,15 @@ ExitCode Info(const InfoOptions& options) {
         const ExitCode code = LoadMovie(file, options.isRaw, movie);
         worst = std::max(worst, code);
         if (code != kDone) continue;
+        errno = 0;
         if (options.isJson) {
             ListAsJson(file, movie);
         } else {
             List(file, movie);
         }
+        // A reader that has seen enough is none to complain to.
+        if (!std::cout.flush()) return errno == EPIPE ? worst : ReportUnusable(kStandardStream);
     }
-    if (!std::cout.flush()) return ReportUnusable(kStandardStream, "cannot be written");
     return worst;
 }
 
@@ -126,5 +129,9 @@ void AddInfoCommand(CLI::App& app, ExitCode& exitCode) {
     command->add_flag("--raw", options->isRaw, "Parse placements, sprites and file attributes alone");
     command->add_flag("--json", options->isJson, "Write one JSON object a movie, each on a line of its own");
     command->add_option("FILE", options->files, "Movies; - for standard input")->required();
+    command->footer(
+        "Examples:\n"
+        "  vxswf info movie.swf\n"
+        "  vxswf info --json *.swf | jq -r '[.file, .frameCount] | @tsv'");
     command->callback([options, &exitCode] { exitCode = Info(*options); });
 }

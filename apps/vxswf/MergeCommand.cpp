@@ -109,9 +109,12 @@ void AddMergeCommand(CLI::App& app, ExitCode& exitCode) {
     CLI::App* command = app.add_subcommand("merge", "Places movies in another one, each as a sprite");
     command->add_option("--frame", options->frame, "The frame of DEST that gets them, from 1")
         ->check(CLI::Range(1, 65535))
+        ->type_name("N")
         ->capture_default_str();
-    command->add_option("--name", options->name, "Their instance name");
-    command->add_option("--at", options->at, "Their position in pixels, as X,Y")->check(CheckPosition);
+    command->add_option("--name", options->name, "Their instance name")->type_name("NAME");
+    command->add_option("--at", options->at, "Their position in pixels")
+        ->type_name("X,Y")
+        ->check(CheckPosition);
     command->add_flag("--raw", options->isRaw, "Parse placements, sprites and file attributes alone");
     command->add_option("DEST", options->destination, "The movie; - for standard input")->required();
     // One list, since a list in front of another argument would leave nothing for that.
@@ -120,6 +123,10 @@ void AddMergeCommand(CLI::App& app, ExitCode& exitCode) {
                      "What is merged into it, in this order; and the result, which may be DEST")
         ->required()
         ->expected(-2);  // at least two
+    command->footer(
+        "Examples:\n"
+        "  vxswf merge stage.swf logo.swf out.swf\n"
+        "  vxswf merge --frame 2 --name logo --at 40,20 stage.swf logo.swf stage.swf");
     command->callback([options, &exitCode] {
         options->out = options->sources.back();
         options->sources.pop_back();

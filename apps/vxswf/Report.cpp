@@ -4,13 +4,14 @@
 #include <iostream>
 #include <system_error>
 
-#include "vxswf.h"
+#include "Progress.h"
 
 namespace {
 
 std::string g_LibraryMessage;
 
 void WriteLine(const std::string& file, const std::string& text) {
+    EraseProgress();
     // One write, so that lines of several runs do not mix.
     std::cerr << "vxswf: " + Printable(file) + ": " + Printable(text) + '\n';
 }

@@ -1,20 +1,42 @@
 #include <csignal>
 #include <iostream>
+#include <memory>
 #include <new>
 #include <string>
 
 #include "Commands.h"
 #include "Report.h"
 
+namespace {
+
+/// A list that ends with an argument of its own meaning has its dots in its name, and what stands alone needs no type.
+class Formatter : public CLI::Formatter {
+public:
+    std::string make_option_usage(const CLI::Option* option) const override {
+        const std::string usage = CLI::Formatter::make_option_usage(option);
+        return usage.ends_with(" OUT...") ? usage.substr(0, usage.size() - 3) : usage;
+    }
+    std::string make_option_opts(const CLI::Option* option) const override {
+        return option->nonpositional() ? CLI::Formatter::make_option_opts(option) : "";
+    }
+};
+
+}  // namespace
+
 int main(int argc, char** argv) {
     // A file that grows too large is a write that fails, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
+    // So is a pipe whose reader is gone.
+    std::signal(SIGPIPE, SIG_IGN);
     KeepLibraryMessages();
 
     CLI::App app("Lists, rewrites, merges and builds SWF movies.", "vxswf");
+    app.formatter(std::make_shared<Formatter>());
     app.require_subcommand(1);
-    app.set_version_flag("--version", VXSWF_VERSION);
-    app.footer("Exit code: 0 done, 1 the library reported a failure, 2 wrong usage or an unusable file.");
+    app.set_version_flag("--version", "vxswf " VXSWF_VERSION);
+    app.footer(
+        "vxswf COMMAND --help tells of one command, with examples.\n"
+        "Exit code: 0 done, 1 the library reported a failure, 2 wrong usage or an unusable file.");
     app.failure_message([](const CLI::App*, const CLI::Error& error) {
         return std::string("vxswf: ") + error.what() + "; --help tells more\n";
     });
