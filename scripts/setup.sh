@@ -11,7 +11,7 @@ packages=(
   # the libraries
   zlib1g-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core
   # the command, the tests and the benchmarks
-  libcli11-dev nlohmann-json3-dev libpng-dev libgtest-dev libgmock-dev libbenchmark-dev
+  libcli11-dev nlohmann-json3-dev libpng-dev libjpeg62-turbo-dev libgtest-dev libgmock-dev libbenchmark-dev
   # Debian packages
   dpkg-dev file
 )

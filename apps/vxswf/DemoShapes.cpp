@@ -1,122 +1,131 @@
-#include "DemoStage.h"
+#include "DemoPages.h"
 
 namespace {
 
 using Shape = VXSwfDefineShapeTag;
 
-constexpr auto kShape = VXSwfTagFactory::TAG_DEFINESHAPE3;
-constexpr auto kStrokedShape = VXSwfTagFactory::TAG_DEFINESHAPE4;
+constexpr int kWidth = DemoStage::kCellWidth;
+constexpr int kHeight = DemoStage::kCellHeight;
 
-VXFlintRGB Opaque(unsigned char red, unsigned char green, unsigned char blue) {
-    return VXFlintRGB(red, green, blue, 1, 255);
+/// A corner or a curve that leads to a point: a quadratic one has one control point, a cubic one two.
+struct Edge {
+    int numControls;
+    VXReal points[6];  // the controls, then the end
+};
+
+/// One closed path.
+void AddPath(Shape& shape, VXReal x, VXReal y, short isStroke, const std::vector<Edge>& edges) {
+    shape.StartPath(x, y, isStroke);
+    for (const auto& [numControls, p] : edges) {
+        switch (numControls) {
+            case 0:
+                shape.AddStraightEdge(x, y, p[0], p[1]);
+                break;
+            case 1:
+                shape.AddCurvedEdge(x, y, p[0], p[1], p[2], p[3]);
+                break;
+            default:
+                shape.AddCurvedEdge(x, y, p[0], p[1], p[2], p[3], p[4], p[5]);
+                break;
+        }
+    }
+    shape.EndPath();
 }
 
+/// The four primitives, each in another version of the shape tag.
 void AddPrimitives(DemoStage& stage) {
-    Shape& rectangle = stage.Define<Shape>(kShape);
-    rectangle.CreateRectangle(0, 0, 80, 60, Opaque(0xC4, 0x4E, 0x3A));
-    // Three pixels away, to the lower right; the placement takes the filter over.
-    auto* shadow = new VXFlintFilterShadow(VXColor(0x00202020), 4, 4, 45, 3, 255, false, false, true, 1);
-    stage.Place(rectangle, 20, 20, {shadow});
+    Shape& rectangle = stage.DefineShape(VXSwfTagFactory::TAG_DEFINESHAPE);
+    rectangle.CreateRectangle(0, 0, kWidth, kHeight, Rgb(kRed));
+    stage.PlaceInCell(rectangle, 0, 0, "Rectangle");
 
-    Shape& rounded = stage.Define<Shape>(kShape);
-    rounded.CreateRoundedRectangle(0, 0, 80, 60, Opaque(0x3A, 0x7C, 0xA5), 14);
-    stage.Place(rounded, 120, 20);
+    Shape& rounded = stage.DefineShape(VXSwfTagFactory::TAG_DEFINESHAPE2);
+    rounded.CreateRoundedRectangle(0, 0, kWidth, kHeight, Rgb(kBlue), 20);
+    stage.PlaceInCell(rounded, 1, 0, "Rounded rectangle");
 
-    Shape& triangle = stage.Define<Shape>(kShape);
-    triangle.CreateTriangle(0, 60, 40, 0, 80, 60, Opaque(0x6A, 0x99, 0x4E));
-    stage.Place(triangle, 220, 20);
+    Shape& triangle = stage.DefineShape();
+    triangle.CreateTriangle(0, kHeight, kWidth / 2, 0, kWidth, kHeight, Rgba(kGreen));
+    stage.PlaceInCell(triangle, 2, 0, "Triangle");
 
-    Shape& line = stage.Define<Shape>(kShape);
-    line.CreateStraightLine(0, 0, 80, 60, Opaque(0x33, 0x33, 0x33), 3);
-    stage.Place(line, 320, 20);
+    Shape& line = stage.DefineShape();
+    line.CreateStraightLine(0, 0, kWidth, kHeight, Rgba(kInk), 3);
+    stage.PlaceInCell(line, 3, 0, "Straight line, 3 wide");
 }
 
-/// A gradient of type 16 or 18 over a square of `size` pixels at the origin, from amber to blue.
-VXFlintFillStyle GradientFill(unsigned char type, int size) {
-    VXFlintFillStyle fill;
-    fill.FillStyleType = type;
-    // A gradient lies on a square of 32768 twips about the origin.
-    fill.GradientMatrix.Translate(size / 2.0, size / 2.0);
-    fill.GradientMatrix.HasScale = 1;
-    fill.GradientMatrix.ScaleX = fill.GradientMatrix.ScaleY = size * 40;
-    fill.Gradient.NumGradients = 2;
-    fill.Gradient.GradientRecords.resize(2);
-    fill.Gradient.GradientRecords[0].Color = Opaque(0xF2, 0xB1, 0x34);
-    fill.Gradient.GradientRecords[1].Ratio = 255;
-    fill.Gradient.GradientRecords[1].Color = Opaque(0x1D, 0x35, 0x57);
-    fill.SetAlpha(1);
-    return fill;
-}
-
-void AddGradients(DemoStage& stage) {
-    constexpr unsigned char kLinear = 16;
-    constexpr unsigned char kRadial = 18;
-    double x = 420;
-    for (const unsigned char type : {kLinear, kRadial}) {
-        Shape& square = stage.Define<Shape>(kShape);
-        square.CreateRectangleWithFillStyle(0, 0, 80, 80, GradientFill(type, 80));
-        stage.Place(square, x, 20);
-        x += 100;
-    }
-}
-
-/// A straight line with a curve below it, in each of the five stroke styles.
-void AddStrokes(DemoStage& stage) {
-    double y = 120;
-    for (int style = kVXStrokeSolid; style <= kVXStrokeDashDotDot; ++style) {
-        Shape& stroke = stage.Define<Shape>(kStrokedShape);
-        stroke.SetLineStyle(Opaque(0x26, 0x46, 0x53), 2, 0, static_cast<VXStrokeStyleEnum>(style), 0,
-                            kVXJoinRound);
-        stroke.StartPath(0, 0, 1);
-        stroke.AddStraightEdge(0, 0, 270, 0);
-        stroke.StartPath(0, 12, 1);
-        stroke.AddCurvedEdge(0, 12, 90, 42, 180, -18, 270, 12);
-        stroke.EndShape();
-        stroke.SetBounds(VXRect{0, 0, 270, 30}, 1);
-        stage.Place(stroke, 20, y);
-        y += 44;
-    }
-}
-
-/// A leaf of two quadratic curves, with a closed outline, and a drop of four cubic ones.
-void AddFilledCurves(DemoStage& stage) {
-    VXFlintFillStyle green;
-    green.Color = Opaque(0x8A, 0xB1, 0x7D);
-    green.SetAlpha(1);
-    Shape& leaf = stage.Define<Shape>(kStrokedShape);
-    leaf.SetFillStyle(green);
-    leaf.SetLineStyle(Opaque(0x38, 0x6A, 0x20), 2, 0, kVXStrokeSolid, 1, kVXJoinMiter);
-    for (const short isStroke : {short{0}, short{1}}) {
-        leaf.StartPath(0, 40, isStroke);
-        leaf.AddCurvedEdge(0, 40, 50, -20, 100, 40);
-        leaf.AddCurvedEdge(100, 40, 50, 100, 0, 40);
-        leaf.EndPath();
-    }
+void AddPaths(DemoStage& stage) {
+    Shape& leaf = stage.DefineShape(VXSwfTagFactory::TAG_DEFINESHAPE4);
+    leaf.SetFillStyle(SolidFill(0x8AB17D));
+    leaf.SetLineStyle(Rgba(0x386A20), 2, 0, kVXStrokeSolid, 1, kVXJoinMiter);
+    leaf.StartPath(0, 40, 1);  // selects the line, which the fill leaves as it is
+    AddPath(leaf, 0, 40, 0, {{1, {60, -40, 120, 40}}, {1, {60, 120, 0, 40}}});
     leaf.EndShape();
-    leaf.SetBounds(VXRect{0, 10, 100, 70}, 1);
-    stage.Place(leaf, 20, 340);
+    leaf.SetBounds({0, 0, 120, 80}, 1);
+    stage.PlaceInCell(leaf, 0, 1, "Quadratic, outlined");
 
-    VXFlintFillStyle blue;
-    blue.Color = Opaque(0x45, 0x7B, 0x9D);
-    blue.SetAlpha(1);
-    Shape& drop = stage.Define<Shape>(kStrokedShape);
-    drop.SetFillStyle(blue);
-    drop.StartPath(40, 0, 0);
-    drop.AddCurvedEdge(40, 0, 45, 25, 80, 30, 80, 60);
-    drop.AddCurvedEdge(80, 60, 80, 82, 62, 100, 40, 100);
-    drop.AddCurvedEdge(40, 100, 18, 100, 0, 82, 0, 60);
-    drop.AddCurvedEdge(0, 60, 0, 30, 35, 25, 40, 0);
-    drop.EndPath();
+    Shape& drop = stage.DefineShape();
+    drop.SetFillStyle(SolidFill(kBlue));
+    AddPath(drop, 60, 0, 0,
+            {{2, {65, 20, 95, 24, 95, 48}},
+             {2, {95, 66, 79, 80, 60, 80}},
+             {2, {41, 80, 25, 66, 25, 48}},
+             {2, {25, 24, 55, 20, 60, 0}}});
     drop.EndShape();
-    drop.SetBounds(VXRect{0, 0, 80, 100}, 0);
-    stage.Place(drop, 150, 340);
+    drop.SetBounds({25, 0, 95, 80}, 0);
+    stage.PlaceInCell(drop, 1, 1, "Cubic curves");
+
+    Shape& frame = stage.DefineShape();
+    frame.SetFillStyle(SolidFill(kAmber));
+    AddPath(frame, 0, 0, 0, {{0, {120, 0}}, {0, {120, 80}}, {0, {0, 80}}});
+    AddPath(frame, 25, 20, 0, {{0, {25, 60}}, {0, {95, 60}}, {0, {95, 20}}});
+    frame.EndShape();
+    frame.SetBounds({0, 0, 120, 80}, 0);
+    stage.PlaceInCell(frame, 2, 1, "Two paths: a hole");
+
+    // The curve closes with a straight edge by itself.
+    Shape& open = stage.DefineShape(VXSwfTagFactory::TAG_DEFINESHAPE4);
+    open.SetLineStyle(Rgba(kRed), 4, 0, kVXStrokeSolid, 0, kVXJoinRound);
+    AddPath(open, 4, 70, 1, {{2, {30, -60, 60, 160, 116, 10}}});
+    open.EndShape();
+    open.SetBounds({4, 10, 116, 70}, 2);
+    stage.PlaceInCell(open, 3, 1, "Path that was closed");
+}
+
+/// One tile, placed in other ways.
+void AddMatrices(DemoStage& stage) {
+    Shape& tile = stage.DefineShape();
+    tile.CreateRectangle(-30, -20, 30, 20, Rgba(kNavy));
+    stage.PlaceInCell(tile, 0, 2, "As it is", {}, 60, 40);
+
+    struct Turn {
+        const char* caption;
+        double degrees;
+        double scaleX;
+        double scaleY;
+        int skew;  // 16.16
+    };
+    const Turn turns[] = {{"Turned by 30 degrees", 30, 1, 1, 0},
+                          {"Twice as wide", 0, 2, 1, 0},
+                          {"Slanted by a half", 0, 1, 1, 32768}};
+    int column = 1;
+    for (const auto& [caption, degrees, scaleX, scaleY, skew] : turns) {
+        VXSwfPlaceObject2Tag& place = stage.PlaceInCell(tile, column++, 2, caption);
+        VXFlintMatrix matrix;
+        matrix.ToUnitMatrix();
+        if (degrees != 0) matrix.Rotate(degrees);
+        matrix.Scale(scaleX, scaleY);
+        if (skew != 0) {
+            matrix.HasRotate = 1;
+            matrix.RotateSkew1 = skew;
+        }
+        const VXFlintMatrix cell = place.GetMatrix();
+        matrix.Translate(cell.TranslateX + 60, cell.TranslateY + 40);
+        place.SetMatrix(matrix);
+    }
 }
 
 }  // namespace
 
 void AddDemoShapes(DemoStage& stage) {
     AddPrimitives(stage);
-    AddGradients(stage);
-    AddStrokes(stage);
-    AddFilledCurves(stage);
+    AddPaths(stage);
+    AddMatrices(stage);
 }

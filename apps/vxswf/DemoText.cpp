@@ -1,82 +1,92 @@
-#include "DemoStage.h"
+#include "DemoPages.h"
 
 namespace {
 
-constexpr unsigned short kSize = 28;  // pixels
+constexpr const char* kSecondFont = "DejaVu Serif";
 
-struct Line {
-    const char* text;
-    const char* fontName;  // null for the one that was asked for
-    short isBold;
-    short isItalic;
-};
-
-constexpr Line kLines[] = {
-    {"Plain text, 0 to 9", nullptr, 0, 0},
-    {"Bold text", nullptr, 1, 0},
-    {"Italic text", nullptr, 0, 1},
-    {"A second font", "DejaVu Serif", 0, 0},
-};
-
-/// Lays a line out glyph by glyph and places it with its top at `y`.
-void AddLine(DemoStage& stage, const VXString& fontName, const Line& line, double y) {
-    const VXString text(line.text);
-    VXSwfDefineFont2Tag* font = VXFontPublishManager::GetDefineFontTag(
-        fontName, line.isBold, line.isItalic, &stage.GetIds(), &stage.GetMovie(), true);
-    if (font == nullptr) return;
-    for (const char16_t unit : text) font->AddGlyphText(unit);
-    font->UpdateForGlyphFont();  // settles the order of the glyphs
-
-    auto instance =
-        VXFontPublishManager::GetFontInstance(fontName, line.isBold != 0, line.isItalic != 0, float{kSize});
-    auto& tag = stage.Define<VXSwfDefineTextTag>(VXSwfTagFactory::TAG_DEFINETEXT);
-    int x = 0;
-    for (const char16_t unit : text) {
-        const int advance = VXFontPublishManager::CharWidth(unit, instance) * 20;
-        VXSwfTextStyleChangeRecord record;
-        record.m_FontId = font->GetCharacterId();
-        record.m_Color = VXFlintRGB(0x22, 0x22, 0x22, 0, 0);
-        record.m_XOffset = static_cast<unsigned short>(x);
-        record.m_YOffset = kSize * 20;
-        record.m_TextHeight = kSize;
-        record.m_ExtentY = kSize * 4 / 3;
-        record.m_Font = font;
-        record.m_Character = unit;
-        record.m_GlyphCount = 1;
-        record.m_GlyphEntries.push_back({static_cast<unsigned int>(font->GetIndexOfChar(unit)), advance});
-        tag.m_TextRecords.push_back(record);
-        x += advance;
-    }
-    stage.Place(tag, 60, y);
+bool HasFont(const char* name) {
+    VXTYFontPropStruct wanted;
+    wanted.m_FontName = name;
+    BND_NT_NMT::CTYFontDict font;
+    return VXFontPublishManager::GetFontDict(wanted, font);
 }
 
-/// A field to type in, with a font of the player's.
-void AddField(DemoStage& stage) {
-    auto& font = stage.Define<VXSwfDefineFont2Tag>(VXSwfTagFactory::TAG_DEFINEFONT3);
-    VXIgnore(font.CreateDeviceFont("_sans", 0, 0));  // always good
-    auto& field = stage.Define<VXSwfDefineEditTextTag>(VXSwfTagFactory::TAG_DEFINEEDITTEXT);
-    field.SetRect(VXFlintRectangle(0, 0, 200, 30));
-    field.SetFont(font.GetCharacterId());
-    field.SetFontSize(18);
-    field.SetColor(VXFlintRGB(0x1D, 0x35, 0x57, 1, 255));
-    field.SetBorder(1);
-    field.SetText("Type here");
-    stage.Place(field, 60, 300);
+/// Each line over a rule that is as long as its advances together.
+void AddLines(DemoStage& stage) {
+    const struct {
+        const char* text;
+        DemoTextStyle style;
+    } lines[] = {
+        {"Plain, 0123456789", {}},
+        {"Bold, 0123456789", {.isBold = 1}},
+        {"Italic, 0123456789", {.isItalic = 1}},
+        {"Bold italic, 0123456789", {.isBold = 1, .isItalic = 1}},
+        {"Half clear", {.color = kRed, .alpha = 128}},
+        {"In whole pixels", {.isMeasuredByLibrary = true}},
+        {"A second font", {.font = kSecondFont}},
+    };
+    double top = DemoStage::kTop;
+    for (auto [text, style] : lines) {
+        if (style.font != nullptr && !HasFont(style.font)) continue;
+        style.size = 24;
+        style.widest = 360;
+        const VXSwfDefineTextTag& line = stage.DefineLine(text, style);
+        stage.Place(line, 20, top);
+        VXSwfDefineShapeTag& rule = stage.DefineShape();
+        rule.CreateRectangle(0, 0, static_cast<int>(DemoStage::WidthOf(line) + 0.5), 2, Rgba(kAmber));
+        stage.Place(rule, 20, top + 34);
+        top += 52;
+    }
+}
+
+void AddFields(DemoStage& stage) {
+    constexpr int kWidth = 200;
+    double top = DemoStage::kTop;
+    const auto add = [&](const char* caption, int height) -> VXSwfDefineEditTextTag& {
+        VXSwfDefineEditTextTag& field = stage.DefineField(kWidth, height);
+        stage.Write(caption, 420, top, {.widest = kWidth});
+        stage.Place(field, 420, top + 18);
+        top += height + 42;
+        return field;
+    };
+    add("A field to type in", 26).SetText("Type here");
+
+    VXSwfDefineEditTextTag& password = add("A password of 8 characters at most", 26);
+    password.SetPassword(1);
+    password.SetMaxLength(8);
+    password.m_HasMaxLength = 1;
+    password.SetText("secret");
+
+    VXSwfDefineEditTextTag& lines = add("Several lines, in the middle", 48);
+    lines.SetMultiLine(1);
+    lines.SetWordWrap(1);
+    lines.m_HasLayout = 1;
+    lines.m_Align = 2;
+    lines.SetText("Words that do not fit go to the next line");
+
+    VXSwfDefineEditTextTag& html = add("Marked up, and not to be changed", 26);
+    html.SetHTMLRendering(1);
+    html.SetReadOnly(1);
+    html.SetNoSelect(1);
+    html.SetText("<b>Bold</b>, <i>italic</i>, <u>underlined</u>");
+
+    // Its glyphs stand to the left of where they should, so that a margin brings them back. The first line lies an
+    // em lower than with another font.
+    const char* text = "Embedded glyphs";
+    VXSwfDefineFont2Tag& font = stage.GetFont({});
+    for (const char* unit = text; *unit != '\0'; ++unit) font.AddGlyphText(static_cast<unsigned char>(*unit));
+    VXSwfDefineEditTextTag& embedded = add("In the movie's own font", 44);
+    embedded.SetFont(font.GetCharacterId());
+    embedded.m_UseOutlines = 1;
+    embedded.SetReadOnly(1);
+    embedded.m_HasLayout = 1;
+    embedded.m_LeftMargin = 40;
+    embedded.SetText(text);
 }
 
 }  // namespace
 
-void AddDemoText(DemoStage& stage, const VXString& fontName) {
-    // A veil over the first frame.
-    auto& veil = stage.Define<VXSwfDefineShapeTag>(VXSwfTagFactory::TAG_DEFINESHAPE3);
-    veil.CreateRectangle(0, 0, 640, 400, VXFlintRGB(0xF4, 0xF1, 0xE8, 1, 0xE0));
-    stage.Place(veil, 0, 0);
-    double y = 50;
-    for (const Line& line : kLines) {
-        AddLine(stage, line.fontName == nullptr ? fontName : VXString(line.fontName), line, y);
-        y += kSize * 1.6;
-    }
-    AddField(stage);
-    stage.AddScript({DemoStage::kStop});
-    stage.EndFrame();
+void AddDemoText(DemoStage& stage) {
+    AddLines(stage);
+    AddFields(stage);
 }

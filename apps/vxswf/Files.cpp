@@ -178,3 +178,20 @@ ExitCode SaveMovie(VXFlintFile& movie, const std::string& file) {
     const Descriptor output(open(file.c_str(), O_WRONLY | O_CLOEXEC));
     return output.IsOpen() ? SaveThrough(movie, file, output.Get()) : ReportUnusable(file);
 }
+
+ExitCode ReadFile(const std::string& file, std::size_t longest, std::vector<unsigned char>& bytes) {
+    const Descriptor input(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!input.IsOpen()) return ReportUnusable(file);
+    constexpr std::size_t kChunk = 1 << 16;
+    std::size_t size = 0;
+    while (size <= longest) {
+        bytes.resize(size + kChunk);
+        const ssize_t count = read(input.Get(), bytes.data() + size, kChunk);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return ReportUnusable(file);
+        size += static_cast<std::size_t>(count);
+        bytes.resize(size);
+        if (count == 0) return kDone;
+    }
+    return ReportUnusable(file, "is larger than " + std::to_string(longest) + " bytes");
+}

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "Report.h"
 #include "vxswf.h"
@@ -16,3 +18,7 @@ ExitCode LoadMovie(const std::string& file, bool isRaw, VXFlintFile& movie);
 /// same directory, which then takes the name. A symbolic link is followed; a device or pipe, like standard
 /// output, gets the movie once the dump is whole. What goes wrong has been reported when the call comes back.
 ExitCode SaveMovie(VXFlintFile& movie, const std::string& file);
+
+/// The bytes of a file that is no movie and has `longest` of them at most. What goes wrong has been reported when the
+/// call comes back.
+ExitCode ReadFile(const std::string& file, std::size_t longest, std::vector<unsigned char>& bytes);
