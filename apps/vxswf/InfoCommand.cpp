@@ -130,6 +130,7 @@ void AddInfoCommand(CLI::App& app, ExitCode& exitCode) {
     command->add_flag("--json", options->isJson, "Write one JSON object a movie, each on a line of its own");
     command->add_option("FILE", options->files, "Movies; - for standard input")->required();
     command->footer(
+        "The fields of the JSON objects are told in vxswf(1).\n\n"
         "Examples:\n"
         "  vxswf info movie.swf\n"
         "  vxswf info --json *.swf | jq -r '[.file, .frameCount] | @tsv'");

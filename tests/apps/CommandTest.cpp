@@ -205,6 +205,18 @@ TEST_F(Command, WrongUsage) {
     EXPECT_THAT(Run("vxswf --version").out, MatchesRegex("vxswf [0-9.]+\n"));
 }
 
+TEST_F(Command, HelpManualAndCompletionKnowTheSameOptions) {
+    // What one of them lacks is written to standard error.
+    ExpectRun(R"(. "$A/../completion/vxswf.bash"
+        for c in '' info copy merge demo; do
+            COMP_WORDS=(vxswf $c --) COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _vxswf
+            help=$(vxswf $c --help | sed -En 's/^  (-h,)?(--[a-z0-9]+).*/\2/p')
+            diff <(sort <<<"$help") <(printf '%s\n' "${COMPREPLY[@]}" | sort) >&2
+            for o in $help; do grep -qF -- "${o//-/\\-}" "$A/../vxswf.1" || echo "$c $o" >&2; done
+            [[ -z $c ]] || vxswf $c --help | grep -q '^Examples:' || echo "$c has no examples" >&2
+        done)");
+}
+
 TEST_F(Command, AFailureLeavesTheOldFileAndNothingElse) {
     const Bytes old = Hex("01 02 03");
     Write("large.swf", MovieBytes(8, TagBytes(777, Repeat(300000, 7))));

@@ -1,0 +1,56 @@
+# Completion of vxswf for bash.
+
+_vxswf() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    local command= word options
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+        case $word in
+            info | copy | merge | demo)
+                command=$word
+                break
+                ;;
+        esac
+    done
+
+    COMPREPLY=()
+    case $command:$previous in
+        merge:--frame | merge:--name | merge:--at) return ;;
+        demo:--font)
+            local IFS=$'\n'
+            COMPREPLY=($(compgen -W "$(fc-list : family 2>/dev/null | cut -d, -f1 | sort -u)" -- "$current"))
+            ((${#COMPREPLY[@]})) && COMPREPLY=("${COMPREPLY[@]// /\\ }")
+            return
+            ;;
+        demo:--jpeg) _vxswf_files '@(jpg|jpeg)' ;;
+        demo:--png) _vxswf_files png ;;
+        demo:--mp3) _vxswf_files mp3 ;;
+        *)
+            case $command in
+                info) options='--raw --json --help' ;;
+                copy) options='--raw --compress --plain --help' ;;
+                merge) options='--frame --name --at --raw --help' ;;
+                demo) options='--font --jpeg --png --mp3 --help' ;;
+                *) options='--help --version' ;;
+            esac
+            if [[ $current == -* ]]; then
+                COMPREPLY=($(compgen -W "$options" -- "$current"))
+            elif [[ -z $command ]]; then
+                COMPREPLY=($(compgen -W 'info copy merge demo' -- "$current"))
+            else
+                _vxswf_files swf
+            fi
+            ;;
+    esac
+}
+
+# Directories, and the files with an ending in capital or small letters.
+_vxswf_files() {
+    local IFS=$'\n' pattern="!*.$1" restore
+    restore=$(shopt -p extglob nocasematch)
+    shopt -s extglob nocasematch
+    compopt -o filenames 2>/dev/null
+    COMPREPLY=($(compgen -d -- "$current") $(compgen -f -X "$pattern" -- "$current"))
+    eval "$restore"
+}
+
+complete -F _vxswf vxswf
