@@ -1,35 +1,21 @@
 #include "graphics/VXFlintGradient.h"
 
-#include <type_traits>
-
-#include "RecordBytes.h"
+#include "support/RecordBytes.h"
 
 namespace {
 
-static_assert(std::is_nothrow_move_constructible_v<VXFlintGradient>);
-
-const Bytes kTwoStops =
-    Hex("62"             // spread 1, interpolation 2, 2 stops
-        "00 10 20 30"    // at 0
-        "FF 40 50 60");  // at 255
-
 TEST(VXFlintGradient, DumpsWhatItLoads) {
-    const Bytes none = Hex("90");
+    const Bytes two = Hex("62 00 10 20 30 FF 40 50 60");  // spread 1, interpolation 2, stops at 0 and 255
     const Bytes alpha = Hex("01 80 10 20 30 40");
-    SweepRecordOf<VXFlintGradient>("no stop", none, none);
-    SweepRecordOf<VXFlintGradient>("two stops", kTwoStops, kTwoStops);
+    SweepRecordOf<VXFlintGradient>("two stops", two, two);
     SweepRecordOf<VXFlintGradient>("a stop with alpha", alpha, alpha,
                                    [](VXFlintGradient& gradient) { gradient.SetAlpha(1); });
-    ExpectCutsFail<VXFlintGradient>(kTwoStops);
-}
-
-TEST(VXFlintGradient, SecondLoadLengthensTheList) {
+    ExpectCutsFail<VXFlintGradient>(two);
     VXFlintGradient gradient;
-    ASSERT_EQ(LoadInto(gradient, kTwoStops), kVXSuccess);
+    ASSERT_EQ(LoadInto(gradient, two), kVXSuccess);
     EXPECT_EQ(LoadInto(gradient, Hex("02 33 01 02 03 44 05")), kVXFailure) << "ends inside the second stop";
     ASSERT_EQ(gradient.GradientRecords.size(), 3u) << "only whole stops are appended";
     EXPECT_EQ(BytesOfRecord(gradient), Hex("02 00 10 20 30 FF 40 50 60")) << "the old stops stay in front";
-    EXPECT_EQ(gradient.GradientRecords[2].Ratio, 0x33);
 }
 
 TEST(VXFlintGradient, DumpGivesItsAlphaToTheStops) {
@@ -41,7 +27,6 @@ TEST(VXFlintGradient, DumpGivesItsAlphaToTheStops) {
     EXPECT_EQ(BytesOfRecord(gradient), Hex("01 00 00 00 00"));
     EXPECT_EQ(gradient.GradientRecords[0].Color.UseAlpha, 0) << "for good";
     EXPECT_EQ(gradient.GradientRecords[1].Color.UseAlpha, 1) << "not written";
-
     gradient.NumGradients = 3;
     VXBitStream out;
     EXPECT_EQ(gradient.DumpToStream(out), kVXFailure);
@@ -49,8 +34,7 @@ TEST(VXFlintGradient, DumpGivesItsAlphaToTheStops) {
 }
 
 TEST(VXFlintMorphGradient, LoadsUpToEightRecords) {
-    const Bytes record = Hex("01 10 20 30 40 02 50 60 70 80");
-    const Bytes two = Join({Hex("02"), record, record});
+    const Bytes two = Hex("02 03 10 20 30 40 04 50 60 70 80 01 10 20 30 40 02 50 60 70 80");
     ExpectCutsFail<VXFlintMorphGradient>(two);
     VXFlintMorphGradient gradient;
     ASSERT_EQ(LoadInto(gradient, two), kVXSuccess);
@@ -59,8 +43,7 @@ TEST(VXFlintMorphGradient, LoadsUpToEightRecords) {
     EXPECT_EQ(BytesOfRecord(gradient.Records[1].StartColor), Hex("10 20 30 40"));
     EXPECT_EQ(BytesOfRecord(gradient.Records[1].EndColor), Hex("50 60 70 80"));
     EXPECT_EQ(LoadInto(gradient, Join({Hex("09"), Repeat(90, 0xEE)})), kVXFailure);
-    EXPECT_EQ(gradient.NumRecords, 9);
-    EXPECT_EQ(gradient.Records[0].StartRatio, 1) << "no record is read";
+    EXPECT_EQ(gradient.Records[0].StartRatio, 3) << "no record is read";
 }
 
 }  // namespace

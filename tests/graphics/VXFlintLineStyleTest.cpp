@@ -1,11 +1,13 @@
 #include "graphics/VXFlintLineStyle.h"
 
-#include "RecordBytes.h"
+#include <type_traits>
+
+#include "graphics/VXFlintLineStyleArray.h"
+#include "support/RecordBytes.h"
 
 namespace {
 
-const Bytes kMiter = Join({Hex("28 00"), Bits("00 10 0 110 00000 0 01"), Hex("00 FF 10 20 30")});
-const Bytes kBevel = Join({Hex("28 00"), Bits("01 01 0 110 00000 0 10"), Hex("10 20 30")});
+static_assert(std::is_nothrow_move_constructible_v<VXFlintLineStyleArray>);
 
 TEST(VXFlintLineStyle, DumpsWhatItLoads) {
     const Bytes thick = Hex("FF FF 10 20 30");
@@ -14,36 +16,37 @@ TEST(VXFlintLineStyle, DumpsWhatItLoads) {
     VXFlintLineStyle style;
     ASSERT_EQ(LoadInto(style, thick), kVXSuccess);
     EXPECT_EQ(style.Width, 3276.75);
-}
-
-TEST(VXFlintLineStyle, DefaultsAndOddWidths) {
-    VXFlintLineStyle style;
-    EXPECT_EQ(style.Color.UseAlpha, 0);
+    style = VXFlintLineStyle();
     style.SetAlpha(1);
     EXPECT_EQ(BytesOfRecord(style), Hex("00 00 00 00 00 00")) << "alpha 0, unlike a bare colour";
-    style.SetAlpha(0);
-    style.Width = 0.025;
-    EXPECT_EQ(BytesOfRecord(style), Hex("01 00 00 00 00"));
-    style.Width = 3276.8;
-    EXPECT_EQ(BytesOfRecord(style), Hex("00 00 00 00 00")) << "the low 16 bits";
-    style.Width = -0.1;
-    EXPECT_EQ(BytesOfRecord(style), Hex("FE FF 00 00 00"));
-    style.Width = 1e300;
-    EXPECT_EQ(BytesOfRecord(style), Hex("FF FF 00 00 00"));
     ExpectShortDumpsFail(style);
+    style.SetAlpha(0);
+    const std::pair<VXReal, const char*> rows[] = {{0.025, "01 00 00 00 00"},
+                                                   {3276.8, "00 00 00 00 00"},
+                                                   {-0.1, "FE FF 00 00 00"},
+                                                   {1e300, "FF FF 00 00 00"}};
+    for (const auto& [width, bytes] : rows) {
+        style.Width = width;
+        EXPECT_EQ(BytesOfRecord(style), Hex(bytes)) << "the low 16 bits of " << width;
+    }
 }
 
 TEST(VXFlintLineStyle2, DumpsWhatItLoads) {
-    SweepRecordOf<VXFlintLineStyle2>("a miter limit stands before the colour", kMiter, kMiter);
-    SweepRecordOf<VXFlintLineStyle2>("a bevel has none", kBevel, kBevel);
-    const Bytes three = Join({Hex("28 00"), Bits("11 11 0 110 00000 0 11"), Hex("10 20 30")});
+    const auto style2 = [](const char* flags, const char* rest) {
+        return Join({Hex("28 00"), Bits(flags), Hex(rest)});
+    };
+    const Bytes miter = style2("00 10 0 110 00000 0 01", "00 FF 10 20 30");
+    const Bytes bevel = style2("01 01 0 110 00000 0 10", "10 20 30");
+    const Bytes three = style2("11 11 0 110 00000 0 11", "10 20 30");
+    SweepRecordOf<VXFlintLineStyle2>("a miter limit stands before the colour", miter, miter);
+    SweepRecordOf<VXFlintLineStyle2>("a bevel has none", bevel, bevel);
     SweepRecordOf<VXFlintLineStyle2>("a join of 3 has none", three, three);
     SweepRecordOf<VXFlintLineStyle2>(
-        "flags and limit of another writer are replaced, a fill is read as a colour",
-        Join({Hex("28 00"), Bits("00 10 1 001 11111 1 01"), Hex("00 03 10 20 30")}), kMiter);
-    ExpectCutsFail<VXFlintLineStyle2>(kMiter);
+        "Kept: flags and limit of another writer are replaced, a fill is read as a colour",
+        style2("00 10 1 001 11111 1 01", "00 03 10 20 30"), miter);
+    ExpectCutsFail<VXFlintLineStyle2>(miter);
     VXFlintLineStyle2 style;
-    ASSERT_EQ(LoadInto(style, kBevel), kVXSuccess);
+    ASSERT_EQ(LoadInto(style, bevel), kVXSuccess);
     EXPECT_EQ(style.StartCapStyle, kVXCapNone);
     EXPECT_EQ(style.JoinStyle, kVXJoinBevel);
     EXPECT_EQ(style.EndCapStyle, kVXCapSquare);
@@ -56,7 +59,6 @@ TEST(VXFlintLineStyle2, ClosedOverwritesTheCaps) {
         return Bytes{bytes[2], bytes[3]};
     };
     VXFlintLineStyle2 style;
-    EXPECT_EQ(style.Closed, 1);
     EXPECT_EQ(flags(style), Bits("10 10 0 110 00000 0 10")) << "square caps and a miter";
     style.SetJoinStyle(kVXJoinRound);
     style.SetClosed(0);
@@ -65,7 +67,6 @@ TEST(VXFlintLineStyle2, ClosedOverwritesTheCaps) {
     EXPECT_EQ(flags(style), Bits("00 00 0 110 00000 0 01"));
     style.SetClosed(2);
     EXPECT_EQ(flags(style), Bits("10 00 0 110 00000 0 10")) << "no close stays 0";
-    EXPECT_EQ(style.Closed, 2);
 }
 
 TEST(VXFlintMorphLineStyle, ColoursHaveAlpha) {
@@ -77,6 +78,47 @@ TEST(VXFlintMorphLineStyle, ColoursHaveAlpha) {
     EXPECT_EQ(style.EndWidth, 40);
     EXPECT_EQ(BytesOfRecord(style.StartColor), Hex("10 20 30 40"));
     EXPECT_EQ(BytesOfRecord(style.EndColor), Hex("50 60 70 80"));
+}
+
+TEST(VXFlintLineStyleArray, DumpsWhatItLoads) {
+    const Bytes two = Hex("02 14 00 10 20 30 28 00 40 50 60");
+    const Bytes styles2 = Join({Hex("01 28 00"), Bits("01 01 0 110 00000 0 10"), Hex("10 20 30 40")});
+    SweepRecordOf<VXFlintLineStyleArray>("two strokes", two, two);
+    SweepRecordOf<VXFlintLineStyleArray>("a stroke with caps and alpha", styles2, styles2,
+                                         [](VXFlintLineStyleArray& lines) {
+                                             lines.SetIsLineStyle2(2);
+                                             lines.SetAlpha(1);
+                                         });
+    ExpectCutsFail<VXFlintLineStyleArray>(two);
+    VXFlintLineStyleArray lines;
+    ASSERT_EQ(LoadInto(lines, Join({Hex("FF"), Repeat(1275, 0x11)})), kVXSuccess) << "255 strokes";
+    EXPECT_EQ(BytesOfRecord(lines), Join({Hex("FF FF 00"), Repeat(1275, 0x11)}))
+        << "Kept: the flag is not asked";
+    lines.SetSupports255Plus(1);
+    const Bytes many = Join({Hex("FF 00 01"), Repeat(1280, 0x11)});
+    ASSERT_EQ(LoadInto(lines, many), kVXSuccess) << "256 strokes";
+    EXPECT_EQ(BytesOfRecord(lines), many);
+    VXFlintLineStyleArray brief;
+    brief.SetSupports255Plus(1);
+    EXPECT_EQ(LoadInto(brief, Hex("FF FF FF 14 00 10")), kVXFailure);
+    EXPECT_LE(brief.LineStyles.capacity(), 255u) << "a count is believed as far as there are bytes";
+}
+
+TEST(VXFlintLineStyleArray, MixedKindsShareOneCount) {
+    VXFlintLineStyle2 style;
+    style.SetJoinStyle(kVXJoinBevel);
+    VXFlintLineStyleArray lines;
+    lines.AddLineStyle(VXFlintLineStyle());
+    EXPECT_EQ(BytesOfRecord(lines), Hex("01 00 00 00 00 00"));
+    lines.AddLineStyle(style);
+    EXPECT_EQ(lines.LineStyleCount, 2);
+    VXBitStream out;
+    EXPECT_EQ(lines.DumpToStream(out), kVXFailure) << "one stroke of the kind in use is missing";
+    EXPECT_EQ(BytesOf(out), Hex("02 00 00 96 02 00 00 00"));
+    lines.AddLineStyle(VXFlintLineStyle());
+    EXPECT_EQ(lines.IsLineStyle2, 1) << "never cleared";
+    ASSERT_EQ(LoadInto(lines, Hex("00")), kVXSuccess);
+    EXPECT_EQ(lines.LineStyles.size(), 2u) << "a load leaves the kind that is not in use";
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "support/TagSweep.h"
 
+/// Loads `bytes` into a record or a tag.
 template <typename Record>
 VXErrorCodeEnum LoadInto(Record& record, const Bytes& bytes) {
     VXBitStream in = StreamOver(bytes);
@@ -25,14 +26,12 @@ void ExpectCutsFail(const Bytes& bytes, const Record& record = {}) {
         Record cut = record;
         EXPECT_EQ(LoadInto(cut, Bytes(bytes.data(), bytes.data() + size)), kVXFailure) << size << " bytes";
     }
-    Record whole = record;
-    EXPECT_EQ(LoadInto(whole, bytes), kVXSuccess);
 }
 
 /// Every dump into fewer bytes than it takes fails. Only for records that end with whole bytes: a lost byte
 /// of bits goes unnoticed.
 template <typename Record>
-void ExpectShortDumpsFail(Record& record) {
+void ExpectShortDumpsFail(Record&& record) {
     const std::size_t size = BytesOfRecord(record).size();
     for (std::size_t room = 0; room < size; ++room) {
         Bytes buffer(room);
@@ -44,10 +43,9 @@ void ExpectShortDumpsFail(Record& record) {
 /// An empty record starts and ends on a byte, whatever bits stand before and behind it.
 template <typename Record>
 void ExpectAlignedDump() {
-    Record record;
     VXBitStream out;
     EXPECT_EQ(out.WriteBits(1, 1), kVXSuccess);
-    EXPECT_EQ(record.DumpToStream(out), kVXSuccess);
+    EXPECT_EQ(Record().DumpToStream(out), kVXSuccess);
     EXPECT_EQ(out.WriteBits(1, 1), kVXSuccess);
     EXPECT_EQ(out.FlushBits(), kVXSuccess);
     EXPECT_EQ(BytesOf(out), Hex("80 00 80"));
