@@ -6,10 +6,9 @@
 
 #include "binding/BNDTypeEngine.h"
 
-/// A type engine with families and glyphs of a test's own making. It is in force while it lives, one at a time,
-/// and expects that every reference has ended by then.
-class FakeTypeEngine {
-public:
+/// A type engine with families and glyphs of a test's own making, of the older generation. It is in force while
+/// it lives, one at a time, and expects that every reference has ended by then.
+struct FakeTypeEngine {
     struct Font {
         std::string name;
         std::string styleName;
@@ -30,8 +29,7 @@ public:
     static std::string NameOf(const BND_NT_NMT::CTYFontDict& font);
 
     std::vector<std::vector<Font>> families;
-    std::map<unsigned short, float> widths;  // at an em of 1024; what is missing is 0 wide
-    std::map<unsigned short, std::vector<Point>> outlines;
-    int calls = 0;
+    std::map<unsigned int, float> widths;  // at an em of 1024; what is missing is 0 wide
+    std::map<unsigned int, std::vector<Point>> outlines;
     int walks = 0;
 };

@@ -1,13 +1,11 @@
 #include "text/VXSwfDefineTextTag.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <memory>
 #include <utility>
 
 #include "framework/VXFlintIDMap.h"
-#include "support/TagSweep.h"
+#include "support/RecordBytes.h"
 #include "text/FakeTypeEngine.h"
 #include "text/VXSwfDefineFont2Tag.h"
 
@@ -16,37 +14,33 @@ namespace {
 using TextPtr = std::unique_ptr<VXSwfDefineTextTag>;
 
 TEST(VXSwfDefineTextTag, DumpsWhatItLoads) {
-    SweepTag("no runs", TagBytes(11, Hex("05 00  00 00  03 04  00")));
+    const struct {
+        const char* what;
+        Bytes in, out;
+    } rows[] = {
+        {"bytes behind the end go", Hex("05 00  00 00  03 04  00 11 22"), Hex("05 00  00 00  03 04  00")},
+        {"a height of no whole pixels is cut", Hex("05 00 00 00 00 00  88 07 00 FA 00 00  00"),
+         Hex("05 00 00 00 00 00  88 07 00 F0 00 00  00")},
+        {"a type bit of 0 with a flag is a run", Hex("05 00 00 00 00 00  10 00  00"),
+         Hex("05 00 00 00 00 00  90 00  00")},
+        {"Kept: a run without room for its colour ends the list", Hex("05 00 00 00 00 00  80 00  84 01 02"),
+         Hex("05 00 00 00 00 00  80 00  00")},
+        {"or for an advance", Hex("05 00 00 00 00 08  80 01 05  80 02 05"),
+         Hex("05 00 00 00 00 08  80 01 05  00")},
+        {"Kept: no glyph count is none", Hex("05 00 00 00 00 00  80"), Hex("05 00 00 00 00 00  80 00  00")},
+        {"Kept: indices that are not there are 0", Hex("05 00 00 00 08 00  80 02 07"),
+         Hex("05 00 00 00 08 00  80 02 07 00  00")},
+        {"no widths", Hex("05 00 00 00"), Hex("05 00 00 00 00 00 00")},
+    };
+    for (const auto& row : rows) SweepTag(row.what, TagBytes(11, row.in), TagBytes(11, row.out));
     SweepTag("one run, colour without alpha",
              TagBytes(11, Join({Hex("05 00  00 00  03 04  8F  07 00  01 02 03  FE FF  04 00  F0 00  02"),
-                                Bits("101 1011  110 0111"),  // −5 and 7
-                                Hex("00")})));
+                                Bits("101 1011  110 0111"), Hex("00")})));  // advances of −5 and 7
     SweepTag("two runs, colour with alpha",
              TagBytes(33, Join({Hex("05 00  00 00  09 00  84  01 02 03 04  01"), Bits("100000001"),
                                 Hex("81  10 00  01"), Bits("000000011"), Hex("00")})));
-    SweepTag("bytes behind the end go", TagBytes(11, Hex("05 00  00 00  03 04  00 11 22")),
-             TagBytes(11, Hex("05 00  00 00  03 04  00")));
-    SweepTag("a height of no whole pixels is cut",
-             TagBytes(11, Hex("05 00 00 00 00 00  88 07 00 FA 00 00  00")),
-             TagBytes(11, Hex("05 00 00 00 00 00  88 07 00 F0 00 00  00")));
-    SweepTag("a type bit of 0 with a flag is a run", TagBytes(11, Hex("05 00 00 00 00 00  10 00  00")),
-             TagBytes(11, Hex("05 00 00 00 00 00  90 00  00")));
-}
-
-TEST(VXSwfDefineTextTag, ARunThatFailsEndsTheList) {
-    SweepTag("no room for its colour", TagBytes(11, Hex("05 00 00 00 00 00  80 00  84 01 02")),
-             TagBytes(11, Hex("05 00 00 00 00 00  80 00  00")));
-    SweepTag("no room for an advance", TagBytes(11, Hex("05 00 00 00 00 08  80 01 05  80 02 05")),
-             TagBytes(11, Hex("05 00 00 00 00 08  80 01 05  00")));
-    SweepTag("no glyph count is none", TagBytes(11, Hex("05 00 00 00 00 00  80")),
-             TagBytes(11, Hex("05 00 00 00 00 00  80 00  00")));
-    SweepTag("indices that are not there are 0", TagBytes(11, Hex("05 00 00 00 08 00  80 02 07")),
-             TagBytes(11, Hex("05 00 00 00 08 00  80 02 07 00  00")));
-    SweepTag("no widths", TagBytes(11, Hex("05 00 00 00")), TagBytes(11, Hex("05 00 00 00 00 00 00")));
     const TextPtr text = NewTag<VXSwfDefineTextTag>(11);
-    const Bytes bytes = TagBytes(11, Hex("05 00 00"));
-    VXBitStream in = StreamOver(bytes);
-    EXPECT_EQ(text->LoadFromStream(in), kVXFailure) << "no matrix";
+    EXPECT_EQ(LoadInto(*text, TagBytes(11, Hex("05 00 00"))), kVXFailure) << "no matrix";
 }
 
 TEST(VXSwfDefineTextTag, AdvancesHaveEveryWidth) {
@@ -63,15 +57,11 @@ TEST(VXSwfDefineTextTag, AdvancesHaveEveryWidth) {
     };
     for (const auto& row : rows) {
         const Bytes bytes = Join({Hex("80 01"), row.bytes});
-        VXBitStream in = StreamOver(bytes);
         VXSwfTextStyleChangeRecord record;
         record.m_AdvanceBits = row.bits;
-        ASSERT_EQ(record.LoadFromStream(in), kVXSuccess);
+        ASSERT_EQ(LoadInto(record, bytes), kVXSuccess);
         EXPECT_EQ(record.m_GlyphEntries[0].m_GlyphAdvance, row.advance) << int{row.bits};
-        VXBitStream out;
-        ASSERT_EQ(record.DumpToStream(out), kVXSuccess);
-        ASSERT_EQ(out.FlushBits(), kVXSuccess);
-        EXPECT_EQ(BytesOf(out), bytes) << int{row.bits};
+        EXPECT_EQ(BytesOfRecord(record), bytes) << int{row.bits};
     }
 }
 
@@ -79,16 +69,14 @@ TEST(VXSwfDefineTextTag, FontsAreRenumbered) {
     const TextPtr text = NewTag<VXSwfDefineTextTag>(11);
     text->m_TextRecords.resize(4);
     const unsigned short ids[] = {7, 8, 0, 7};
+    const unsigned short results[] = {70, 8, 0, 7};
     for (std::size_t i = 0; i < 4; ++i) text->m_TextRecords[i].m_FontId = ids[i];
     text->m_TextRecords[3].m_HasFont = 0;
     text->UpdateReferenceIDs(nullptr);
     VXFlintIDMap map;
     map.Set(7, 70);
     text->UpdateReferenceIDs(&map);
-    EXPECT_EQ(text->m_TextRecords[0].m_FontId, 70);
-    EXPECT_EQ(text->m_TextRecords[1].m_FontId, 8);
-    EXPECT_EQ(text->m_TextRecords[2].m_FontId, 0);
-    EXPECT_EQ(text->m_TextRecords[3].m_FontId, 7);
+    for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(text->m_TextRecords[i].m_FontId, results[i]) << i;
     EXPECT_EQ(map.size(), 2u) << "8 has an entry of 0 now";
 }
 
