@@ -38,16 +38,6 @@ std::string PiecesOf(const double (&points)[8], double tolerance = 0.01) {
 /// The greatest distance of points on the pieces from the curve.
 double GreatestError(const double (&p)[8], const BezShapes& shapes) {
     constexpr int kSamples = 4000;
-    std::vector<std::pair<double, double>> curve;
-    for (int i = 0; i <= kSamples; ++i) {
-        const double t = static_cast<double>(i) / kSamples;
-        const double u = 1 - t;
-        const auto at = [&](int axis) {
-            return u * u * u * p[axis] + 3 * u * u * t * p[2 + axis] + 3 * u * t * t * p[4 + axis] +
-                   t * t * t * p[6 + axis];
-        };
-        curve.emplace_back(at(0), at(1));
-    }
     double greatest = 0;
     for (const auto& shape : shapes) {
         const auto* quadratic = dynamic_cast<const BezCurve*>(shape.get());
@@ -57,8 +47,13 @@ double GreatestError(const double (&p)[8], const BezShapes& shapes) {
             const double x = (1 - t) * (1 - t) * shape->StartX + 2 * t * (1 - t) * cx + t * t * shape->EndX;
             const double y = (1 - t) * (1 - t) * shape->StartY + 2 * t * (1 - t) * cy + t * t * shape->EndY;
             double nearest = std::numeric_limits<double>::max();
-            for (const auto& [curveX, curveY] : curve) {
-                nearest = std::min(nearest, std::hypot(x - curveX, y - curveY));
+            for (int i = 0; i <= kSamples; ++i) {
+                const double s = static_cast<double>(i) / kSamples;
+                const double b[] = {(1 - s) * (1 - s) * (1 - s), 3 * (1 - s) * (1 - s) * s,
+                                    3 * (1 - s) * s * s, s * s * s};
+                nearest =
+                    std::min(nearest, std::hypot(x - b[0] * p[0] - b[1] * p[2] - b[2] * p[4] - b[3] * p[6],
+                                                 y - b[0] * p[1] - b[1] * p[3] - b[2] * p[5] - b[3] * p[7]));
             }
             greatest = std::max(greatest, nearest);
         }
@@ -70,20 +65,22 @@ double GreatestError(const double (&p)[8], const BezShapes& shapes) {
 struct Drawing {
     explicit Drawing(VXStrokeStyleEnum style) { stroke.SetStrokeStyleEnum(style); }
 
-    template <typename Piece>
-    BezShapes Of(double x1, double y1, double x2, double y2) {
-        BezShapes shapes;
-        shapes.push_back(std::make_unique<Piece>());
-        shapes[0]->StartX = x1;
-        shapes[0]->StartY = y1;
-        shapes[0]->EndX = x2;
-        shapes[0]->EndY = y2;
-        return shapes;
+    static BezShapes Line(double x1, double y1, double x2, double y2) {
+        return Place(std::make_unique<BezLine>(), x1, y1, x2, y2);
     }
-    BezShapes Curve(double x1, double y1, double cx, double cy, double x2, double y2) {
-        BezShapes shapes = Of<BezCurve>(x1, y1, x2, y2);
-        static_cast<BezCurve&>(*shapes[0]).ControlX = cx;
-        static_cast<BezCurve&>(*shapes[0]).ControlY = cy;
+    static BezShapes Curve(double x1, double y1, double cx, double cy, double x2, double y2) {
+        auto curve = std::make_unique<BezCurve>();
+        curve->ControlX = cx;
+        curve->ControlY = cy;
+        return Place(std::move(curve), x1, y1, x2, y2);
+    }
+    static BezShapes Place(std::unique_ptr<BezShape> piece, double x1, double y1, double x2, double y2) {
+        piece->StartX = x1;
+        piece->StartY = y1;
+        piece->EndX = x2;
+        piece->EndY = y2;
+        BezShapes shapes;
+        shapes.push_back(std::move(piece));
         return shapes;
     }
     std::string Draw(BezShapes shapes) {
@@ -103,7 +100,6 @@ struct Drawing {
 TEST(BezierLib2, SimpleCurvesHaveOnePiece) {
     EXPECT_EQ(PiecesOf({0, 0, 20, 40, 50, 40, 90, 0}), "C 0,0 30,60 90,0;") << "a raised quadratic";
     EXPECT_EQ(PiecesOf({0, 0, 10, 0, 20, 0, 30, 0}), "C 0,0 15,0 30,0;") << "on a line, evenly";
-    EXPECT_EQ(PiecesOf({0, 0, 20, 40.1, 50, 40, 90, 0}).substr(0, 6), "C 0,0 ") << "nearly one";
     EXPECT_EQ(PiecesOf({5, 5, 5, 5, 5, 5, 5, 5}), "") << "a point";
     EXPECT_EQ(PiecesOf({0, 0, 10.001, 0, 20, 0, 30, 0}), "L 0,0 30,0;") << "parallel tangents, flat";
     EXPECT_EQ(PiecesOf({0, 0, 0, 0, 0.01, 0, 0.03, 0}), "L 0,0 0.03,0;") << "parallel tangents, short";
@@ -154,13 +150,13 @@ TEST(BezierLib2, EndsForEveryInput) {
 TEST(BezSWFEdgeCreatorVisitor2, FirstPieceStartsAtThePen) {
     Drawing drawing(kVXStrokeSolid);
     drawing.penX = 10;
-    EXPECT_EQ(drawing.Draw(drawing.Of<BezLine>(0.4, 0, 10, 5)), "L 9.5,5");
+    EXPECT_EQ(drawing.Draw(drawing.Line(0.4, 0, 10, 5)), "L 9.5,5");
     EXPECT_EQ(drawing.Draw(drawing.Curve(77, 77, 20, 5, 20, 15)), "C 10,0 0,10");
     EXPECT_EQ(drawing.penY, 300);
     EXPECT_EQ(drawing.sumX, 390);
     // The start that is its own counts for the second piece.
-    BezShapes two = drawing.Of<BezLine>(0, 0, 20, 16);
-    two.push_back(std::move(drawing.Of<BezLine>(21, 16, 25, 16)[0]));
+    BezShapes two = drawing.Line(0, 0, 20, 16);
+    two.push_back(std::move(drawing.Line(21, 16, 25, 16)[0]));
     EXPECT_EQ(drawing.Draw(std::move(two)), "V 1 | H 4");
     EXPECT_EQ(drawing.Draw(drawing.Curve(0, 0, 25.000001, 16, 25, 16.000001)), "C 0,0 0,0");
 }
@@ -184,10 +180,9 @@ TEST(BezSWFEdgeCreatorVisitor2, CurvesAreCutAlongTheChord) {
 
 TEST(BezSWFEdgeCreatorVisitor2, LinesStartTheirFirstDashAtTheirEnd) {
     Drawing drawing(kVXStrokeDash);
-    EXPECT_EQ(drawing.Draw(drawing.Of<BezLine>(0, 0, 50, 0)), "H -29 | M 28,0 | H 21 | M 50,0");
+    EXPECT_EQ(drawing.Draw(drawing.Line(0, 0, 50, 0)), "H -29 | M 28,0 | H 21 | M 50,0");
     EXPECT_EQ(drawing.stroke.GetOffset(), 6.0);
-    EXPECT_EQ(drawing.Draw(drawing.Of<BezLine>(50, 0, 80, 0)), "M 56,0 | H 21 | M 80,0")
-        << "not with a remainder";
+    EXPECT_EQ(drawing.Draw(drawing.Line(50, 0, 80, 0)), "M 56,0 | H 21 | M 80,0") << "not with a remainder";
 }
 
 TEST(BezSWFEdgeCreatorVisitor, TruncatesToWholeUnits) {

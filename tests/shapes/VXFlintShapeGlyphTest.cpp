@@ -21,8 +21,6 @@ std::string PathOf(std::vector<float> points, const std::vector<KVMPointType>& k
     return TextOf(shape.ShapeRecords);
 }
 
-}  // namespace
-
 TEST(VXFlintShapeGlyph, RecordsAreMadeInWholeUnits) {
     VXFlintShape shape;
     shape.ShapeRecords.NumFillBits = 1;
@@ -53,21 +51,15 @@ TEST(VXFlintShapeGlyph, PathsCloseExactly) {
               "M 0,3 | H 4 | M 8,1 | L 1,1 | L 11,1");
 }
 
-TEST(VXFlintShapeGlyph, CurvesTakeThreeEntries) {
+TEST(VXFlintShapeGlyph, EntriesThatCannotBeFollowedArePassedOver) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
     EXPECT_EQ(PathOf({0, 0, 20, 40, 50, 40, 90, 0, 0, 0}, {M, C, C, C, Z}), "M 0,0 | C 30,60 60,-60 | H -90");
     EXPECT_EQ(PathOf({0, 0, 20, 40, 50, 40}, {M, C, C}), "M 0,0") << "cut short";
     EXPECT_EQ(PathOf({0, 0, 8, 0}, {M, static_cast<KVMPointType>(9), L}), "M 0,0 | H 8") << "unknown kinds";
-}
-
-TEST(VXFlintShapeGlyph, EntriesThatCannotBeFollowedArePassedOver) {
     EXPECT_EQ(PathOf({1, 1, 2, 2, 3, 3, 0, 0, 8, 0}, {C, C, C, M, L}), "M 0,0 | H 8")
         << "a curve from nowhere";
-    const float nan = std::numeric_limits<float>::quiet_NaN();
     EXPECT_EQ(PathOf({0, 0, nan, 5, 8, 0}, {M, L, L}), "M 0,0 | H 8");
     EXPECT_EQ(PathOf({0, 0, 1, 1, 1e9f, 2, 3, 3, 8, 0}, {M, C, C, C, L}), "M 0,0 | H 8");
-}
-
-TEST(VXFlintShapeGlyph, NothingComesOfNoPath) {
     VXFlintShape shape;
     float point[] = {1, 2};
     shape.CreateShapeFromPathData(3, nullptr, nullptr);
@@ -75,3 +67,5 @@ TEST(VXFlintShapeGlyph, NothingComesOfNoPath) {
     shape.CreateShapeFromPathData(0, point, &M);
     EXPECT_TRUE(shape.ShapeRecords.Records.empty());
 }
+
+}  // namespace
