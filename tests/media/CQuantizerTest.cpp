@@ -9,14 +9,12 @@
 
 namespace {
 
-/// The told algorithm word for word, with nodes of its own: slow, plain, and right by inspection.
+/// The algorithm word for word, with nodes of its own: slow, plain, and right by inspection.
 class PlainQuantizer {
 public:
     explicit PlainQuantizer(unsigned int maxColors) : m_MaxColors(maxColors) {}
     void Add(const unsigned char* pixel) {
-        std::array<unsigned int, 4> c{pixel[0], pixel[1], pixel[2], pixel[3]};
-        if (c[3] == 0) c = {};
-        Add(m_Root, c, 0);
+        Add(m_Root, ColorOf(pixel), 0);
         while (m_Leaves > m_MaxColors) Reduce();
     }
     std::vector<CQuantizer::Color> Palette() {
@@ -25,27 +23,30 @@ public:
         return palette;
     }
     unsigned int Map(const unsigned char* pixel) const {
-        std::array<unsigned int, 4> c{pixel[0], pixel[1], pixel[2], pixel[3]};
-        if (c[3] == 0) c = {};
         const Node* node = m_Root.get();
-        for (unsigned int level = 0; !node->isLeaf; ++level) node = node->children[ChildOf(c, level)].get();
+        for (unsigned int level = 0; !node->isLeaf; ++level) {
+            node = node->children[ChildOf(ColorOf(pixel), level)].get();
+        }
         return node->index;
     }
 
 private:
+    using Sums = std::array<unsigned int, 4>;
     struct Node {
         bool isLeaf = false;
         unsigned int count = 0;
         unsigned int index = 0;
-        std::array<unsigned int, 4> sums{};
+        Sums sums{};
         std::array<std::unique_ptr<Node>, 8> children;
     };
-    static unsigned int ChildOf(const std::array<unsigned int, 4>& c, unsigned int level) {
-        const unsigned int mask = 1u << (8 - level);
-        return ((c[0] & mask) != 0 ? 4u : 0u) | ((c[1] & mask) != 0 ? 2u : 0u) |
-               (((c[2] | c[3]) & mask) != 0 ? 1u : 0u);
+    static Sums ColorOf(const unsigned char* pixel) {
+        return pixel[3] == 0 ? Sums{} : Sums{pixel[0], pixel[1], pixel[2], pixel[3]};
     }
-    void Add(std::unique_ptr<Node>& node, const std::array<unsigned int, 4>& c, unsigned int level) {
+    static unsigned int ChildOf(const Sums& c, unsigned int level) {
+        const unsigned int shift = 8 - level;
+        return (c[0] >> shift & 1u) << 2 | (c[1] >> shift & 1u) << 1 | ((c[2] | c[3]) >> shift & 1u);
+    }
+    void Add(std::unique_ptr<Node>& node, const Sums& c, unsigned int level) {
         if (node == nullptr) {
             node = std::make_unique<Node>();
             node->isLeaf = level == 8;
@@ -55,12 +56,9 @@ private:
                 m_Lists[level].push_back(node.get());
             }
         }
-        if (node->isLeaf) {
-            ++node->count;
-            for (unsigned int i = 0; i < 4; ++i) node->sums[i] += c[i];
-        } else {
-            Add(node->children[ChildOf(c, level)], c, level + 1);
-        }
+        if (!node->isLeaf) return Add(node->children[ChildOf(c, level)], c, level + 1);
+        ++node->count;
+        for (unsigned int i = 0; i < 4; ++i) node->sums[i] += c[i];
     }
     void Reduce() {
         unsigned int level = 7;
@@ -78,16 +76,15 @@ private:
         ++m_Leaves;
     }
     void Collect(Node& node, std::vector<CQuantizer::Color>& palette) {
-        if (!node.isLeaf) {
-            for (const std::unique_ptr<Node>& child : node.children) {
-                if (child != nullptr) Collect(*child, palette);
-            }
-            return;
+        for (const std::unique_ptr<Node>& child : node.children) {
+            if (child != nullptr) Collect(*child, palette);
         }
+        if (!node.isLeaf) return;
         node.index = static_cast<unsigned int>(palette.size());
-        CQuantizer::Color color;
-        for (unsigned int i = 0; i < 4; ++i) color[i] = static_cast<unsigned char>(node.sums[i] / node.count);
-        palette.push_back(color);
+        palette.emplace_back();
+        for (unsigned int i = 0; i < 4; ++i) {
+            palette.back()[i] = static_cast<unsigned char>(node.sums[i] / node.count);
+        }
     }
 
     unsigned int m_MaxColors;

@@ -30,27 +30,31 @@ Bytes Palette(unsigned int width, unsigned int height, const Bytes& pixels, unsi
     return Inflated(*tag);
 }
 
-}  // namespace
-
 TEST(VXSwfDefineBitsLossless2Tag, PremultipliesTrueColour) {
     EXPECT_EQ(TrueColor(2, 2, Hex("FFFFFFFF 10203000 80402080 FF000001")),
-              Hex("FF FE FE FE"
-                  "00 00 00 00"  // invisible
-                  "80 40 20 10"
-                  "01 00 00 00"));  // 255 × 1 >> 8
+              Hex("FF FE FE FE 00 00 00 00 80 40 20 10 01 00 00 00"));  // Kept: 255 × 1 >> 8 is none
+    EXPECT_EQ(TrueColor(0, 0, {}), Bytes());
+    EXPECT_EQ(TrueColor(0, 3, {}), Bytes());
+    Bytes pixels = Repeat(65538 * 2 * 4, 0);
+    const std::pair<std::size_t, unsigned char> corner[] = {
+        {0, 0x11}, {1, 0x22}, {65538, 0x33}, {65539, 0x44}};
+    for (const auto& [at, value] : corner) {
+        pixels[at * 4] = value;
+        pixels[at * 4 + 3] = 0xFF;
+    }
+    EXPECT_EQ(TrueColor(65538, 2, pixels), Hex("FF 10 00 00 FF 21 00 00  FF 32 00 00 FF 43 00 00"))
+        << "the upper left part of a picture that is too wide";
 }
 
 TEST(VXSwfDefineBitsLossless2Tag, PadsRowsOfAPalette) {
-    EXPECT_EQ(Palette(5, 2, Join({Repeat(20, 0xFF), Repeat(20, 0xFF)}), 0),
+    EXPECT_EQ(Palette(5, 2, Repeat(40, 0xFF), 0),
               Hex("FF FF FF FF  00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00"));
-    // Two colours: black comes first in the order of the tree. What is invisible counts as black without
-    // alpha.
+    // Black comes first in the order of the tree. What is invisible counts as black without alpha.
     EXPECT_EQ(Palette(3, 1, Hex("F0F0F0FF 0A0B0C00 F0F0F0FF"), 1),
               Hex("00 00 00 00  F0 F0 F0 FF  01 00 01 00"));
-}
-
-TEST(VXSwfDefineBitsLossless2Tag, AveragesOpaqueColoursThatDifferInTheThirdByte) {
-    EXPECT_EQ(Palette(2, 1, Hex("102030FF 1020A0FF"), 0), Hex("10 20 68 FF  00 00 00 00"));
+    EXPECT_EQ(Palette(2, 1, Hex("102030FF 1020A0FF"), 0), Hex("10 20 68 FF  00 00 00 00"))
+        << "Kept: opaque colours that differ in the third byte are one";
+    EXPECT_EQ(Palette(0, 0, {}, 0xFF), Bytes());
 }
 
 TEST(VXSwfDefineBitsLossless2Tag, ClearsTheTopBitOf15BitPixels) {
@@ -59,18 +63,16 @@ TEST(VXSwfDefineBitsLossless2Tag, ClearsTheTopBitOf15BitPixels) {
     EXPECT_EQ(tag->CreateImage(VXImage16BPP(3, 2, pixels.data())), kVXSuccess);
     EXPECT_EQ(Inflated(*tag), Hex("7F FF 00 01 7F 00 00 00   01 02 03 04 05 06 00 00"));
     EXPECT_EQ(tag->CreateImage(VXImage16BPP(7, 9, nullptr)), kVXFailure) << "and the old block stays";
-    const std::string size = std::to_string(tag->GetZlibBitmapDataSize());
     VXString text;
     tag->GetTextInfo(text);
     EXPECT_EQ(text.GetUTF8String(),
               "TAG_DEFINEBITSLOSSLESS2(36) - Id=0 - Format=15Bit - Width=7 - Height=9 - ColorTableSize=0 - "
               "BitmapDataSize=" +
-                  size);
+                  std::to_string(tag->GetZlibBitmapDataSize()));
 }
 
 TEST(VXSwfDefineBitsLossless2Tag, DumpsUnderALongHeader) {
     const auto tag = NewTag<VXSwfDefineBitsLossless2Tag>(36);
-    ASSERT_NE(tag, nullptr);
     EXPECT_EQ(DumpOf(*tag), Hex("3F 09 07 00 00 00 00 00 06 00 00 00 00")) << "before an image was given";
     tag->SetCharacterId(0x0102);
     EXPECT_EQ(tag->CreateImage(VXImage(4, 3, nullptr), kVXBitmapQualityPalette), kVXSuccess);
@@ -78,26 +80,7 @@ TEST(VXSwfDefineBitsLossless2Tag, DumpsUnderALongHeader) {
     const Bytes pixel = Hex("01 02 03 FF");
     EXPECT_EQ(tag->CreateImage(VXImage(1, 1, pixel.data()), kVXBitmapQualityPalette), kVXSuccess);
     const Bytes block(tag->GetZlibBitmapData(), tag->GetZlibBitmapData() + tag->GetZlibBitmapDataSize());
-    const auto length = static_cast<unsigned char>(8 + block.size());
-    EXPECT_EQ(DumpOf(*tag),
-              Join({Hex("3F 09"), Bytes{length}, Hex("00 00 00 02 01 03 01 00 01 00 00"), block}));
+    EXPECT_EQ(DumpOf(*tag), LongTagBytes(36, Join({Hex("02 01 03 01 00 01 00 00"), block})));
 }
 
-TEST(VXSwfDefineBitsLossless2Tag, APictureOfNoSizeHasABlockOfNothing) {
-    EXPECT_EQ(TrueColor(0, 0, {}), Bytes());
-    EXPECT_EQ(TrueColor(0, 3, {}), Bytes());
-    EXPECT_EQ(Palette(0, 0, {}, 0xFF), Bytes());
-}
-
-TEST(VXSwfDefineBitsLossless2Tag, TakesTheUpperLeftPartOfAPictureThatIsTooWide) {
-    Bytes pixels = Repeat(65538 * 2 * 4, 0);
-    const auto setPixel = [&pixels](std::size_t x, std::size_t y, unsigned char value) {
-        pixels[(y * 65538 + x) * 4] = value;
-        pixels[(y * 65538 + x) * 4 + 3] = 0xFF;
-    };
-    setPixel(0, 0, 0x11);
-    setPixel(1, 0, 0x22);
-    setPixel(0, 1, 0x33);
-    setPixel(1, 1, 0x44);
-    EXPECT_EQ(TrueColor(65538, 2, pixels), Hex("FF 10 00 00 FF 21 00 00  FF 32 00 00 FF 43 00 00"));
-}
+}  // namespace

@@ -71,28 +71,41 @@ unsigned int Slowly(const Bytes& data) {
 TEST(VXSwfMP3FrameHeader, UnpacksFromTheTopBit) {
     VXSwfMP3FrameHeader header;
     header.Unpack(Bits("11111111111 10 01 0 1001 01 1 0  10 01 1 0 11").data());
-    const unsigned int fields[] = {header.Sync,          header.VersionId,    header.LayerBits,
-                                   header.Protection,    header.BitrateIndex, header.SampleRateIndex,
-                                   header.Padding,       header.Private,      header.ChannelMode,
-                                   header.ModeExtension, header.RightsBit,    header.SourceBit,
-                                   header.Emphasis};
-    const unsigned int expected[] = {2047, 2, 1, 0, 9, 1, 1, 0, 2, 1, 1, 0, 3};
-    for (std::size_t i = 0; i < std::size(expected); ++i) EXPECT_EQ(fields[i], expected[i]) << "field " << i;
+    const std::vector<unsigned int> fields = {
+        header.Sync,         header.VersionId,       header.LayerBits, header.Protection,
+        header.BitrateIndex, header.SampleRateIndex, header.Padding,   header.Private,
+        header.ChannelMode,  header.ModeExtension,   header.RightsBit, header.SourceBit,
+        header.Emphasis};
+    EXPECT_EQ(fields, (std::vector<unsigned int>{2047, 2, 1, 0, 9, 1, 1, 0, 2, 1, 1, 0, 3}));
 }
 
-TEST(VXSwfMP3FrameHeader, KnowsTheDistanceToTheNextFrame) {
-    EXPECT_EQ(LengthOf("FFFB9000"), 417u) << "MPEG-1 III, 128 kbit/s, 44100 Hz";
-    EXPECT_EQ(LengthOf("FFFB9200"), 418u) << "padded";
-    EXPECT_EQ(LengthOf("FFFD8000"), 417u) << "MPEG-1 II, 128 kbit/s";
-    EXPECT_EQ(LengthOf("FFFF4200"), 140u) << "MPEG-1 I, 128 kbit/s, four bytes of padding";
-    EXPECT_EQ(LengthOf("FFF38000"), 417u) << "MPEG-2 III, 64 kbit/s, 22050 Hz: two frames";
-    EXPECT_EQ(LengthOf("FFE34800"), 576u) << "MPEG-2.5 III, 32 kbit/s, 8000 Hz";
-    EXPECT_EQ(LengthOf("FFFFE400"), 448u) << "MPEG-1 I, 448 kbit/s, 48000 Hz";
-    EXPECT_EQ(LengthOf("FFFB0000"), 0u) << "free format";
-    EXPECT_EQ(LengthOf("FFFB0200"), 1u) << "free format, padded";
-    for (const char* invalid : {"FFFBF000", "FFFB9C00", "FFF99000", "FFEB9000", "FFFFFFFF"}) {
-        EXPECT_EQ(LengthOf(invalid), 0u) << invalid;
+TEST(VXSwfMP3Info, MeasuresAFrameInTwoWays) {
+    const struct {
+        const char* header;
+        unsigned int length,
+            size;  // the distance to the next frame; the bytes of this one, without its padding
+    } rows[] = {
+        {"FFFB9000", 417, 417},  // MPEG-1 III, 128 kbit/s, 44100 Hz
+        {"FFFB9200", 418, 417},  // padded
+        {"FFFD8000", 417, 417},  // MPEG-1 II, 128 kbit/s
+        {"FFFF4200", 140, 136},  // MPEG-1 I, 128 kbit/s, four bytes of padding
+        {"FFFFE400", 448, 448},  // MPEG-1 I, 448 kbit/s, 48000 Hz
+        {"FFF38000", 417, 208},  // MPEG-2 III, 64 kbit/s, 22050 Hz. Kept: the length of two frames
+        {"FFF58000", 417, 417},  // MPEG-2 II, 64 kbit/s
+        {"FFF74000", 136, 136},  // MPEG-2 I, 64 kbit/s
+        {"FFE34800", 576, 288},  // MPEG-2.5 III, 32 kbit/s, 8000 Hz
+        {"FFFB0000", 0, 0},      // free format
+        {"FFFB0200", 1, 0},      // padded
+        {"FFFBF000", 0, 0},      // no such bit rate
+        {"FFFB9C00", 0, 0},      // no such sample rate
+        {"FFF99000", 0, 0},      // no such layer
+        {"FFEB9000", 0, 0},      // no such version
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(LengthOf(row.header), row.length) << row.header;
+        EXPECT_EQ(SizeOf(Hex(row.header)), row.size) << row.header;
     }
+    for (const char* none : {"FFFB90", "FEFB9000", "FFDB9000"}) EXPECT_EQ(SizeOf(Hex(none)), 0u) << none;
 }
 
 TEST(VXSwfMP3Info, FindsTheFirstSync) {
@@ -132,39 +145,30 @@ TEST(VXSwfMP3Info, StopsWhereTheStreamDoesNotDeliver) {
     EXPECT_EQ(samples, 7u);
 }
 
-TEST(VXSwfMP3Info, SizesFramesWithoutTheirPadding) {
-    EXPECT_EQ(SizeOf(Hex("FFFB9200")), 417u) << "MPEG-1 III, 128 kbit/s, 44100 Hz";
-    EXPECT_EQ(SizeOf(Hex("FFFD8200")), 417u) << "MPEG-1 II, 128 kbit/s";
-    EXPECT_EQ(SizeOf(Hex("FFFF4200")), 136u) << "MPEG-1 I, 128 kbit/s";
-    EXPECT_EQ(SizeOf(Hex("FFF38200")), 208u) << "MPEG-2 III, 64 kbit/s, 22050 Hz";
-    EXPECT_EQ(SizeOf(Hex("FFF58200")), 417u) << "MPEG-2 II, 64 kbit/s";
-    EXPECT_EQ(SizeOf(Hex("FFF74200")), 136u) << "MPEG-2 I, 64 kbit/s";
-    EXPECT_EQ(SizeOf(Hex("FFE34800")), 288u) << "MPEG-2.5 III, 32 kbit/s, 8000 Hz";
-    for (const char* invalid :
-         {"FFFB90", "FEFB9000", "FFDB9000", "FFF99000", "FFEB9000", "FFFBF000", "FFFB9C00"}) {
-        EXPECT_EQ(SizeOf(Hex(invalid)), 0u) << invalid;
-    }
-}
-
 TEST(VXSwfMP3Info, SizesTheFreeFormatByItsRepeats) {
-    EXPECT_EQ(SizeOf(Times(3, Frame("FFFB0000", 300))), 300u);
-    EXPECT_EQ(SizeOf(Times(3, Join({Frame("FFFB0200", 301), Frame("FFFB0000", 300)}))), 300u)
-        << "padded by turns";
-    EXPECT_EQ(SizeOf(Times(2, Frame("FFFB0000", 24))), 24u);
-    EXPECT_EQ(SizeOf(Times(2, Frame("FFFB0000", 23))), 0u) << "too near, and the next repeat is none";
-    EXPECT_EQ(SizeOf(Times(3, Frame("FFFB0000", 1999))), 1999u);
-    EXPECT_EQ(SizeOf(Times(3, Frame("FFFB0000", 2000))), 0u) << "too far";
-    EXPECT_EQ(SizeOf(Frame("FFFB0000", 300)), 0u) << "alone";
-    EXPECT_EQ(SizeOf(Hex("FFFB0000")), 0u);
-    EXPECT_EQ(SizeOf(Join({Frame("FFFB0000", 300), Hex("FFFB00")})), 300u) << "a stop at the limit counts";
-    EXPECT_EQ(SizeOf(Join({Frame("FFFB0000", 300), Hex("FFFB")})), 0u) << "a stop beyond does not";
-    Bytes chance = Times(4, Frame("FFFB0000", 300));
+    const Bytes frame = Frame("FFFB0000", 300);
+    Bytes chance = Times(4, frame);
     chance[100] = 0xFF;
     chance[101] = 0xFB;
-    EXPECT_EQ(SizeOf(chance), 300u) << "a chance match does not repeat";
-    EXPECT_EQ(SizeOf(Times(50, Frame("FFFF0000", 200))), 200u) << "Layer I";
-    EXPECT_EQ(SizeOf(Times(2, Frame("FFFF0200", 200))), 0u)
-        << "Kept: its padding of four bytes is taken off as one";
+    const struct {
+        const char* what;
+        Bytes bytes;
+        unsigned int size;
+    } rows[] = {
+        {"three", Times(3, frame), 300},
+        {"padded by turns", Times(3, Join({Frame("FFFB0200", 301), frame})), 300},
+        {"the nearest", Times(2, Frame("FFFB0000", 24)), 24},
+        {"too near, and the next repeat is none", Times(2, Frame("FFFB0000", 23)), 0},
+        {"the farthest", Times(3, Frame("FFFB0000", 1999)), 1999},
+        {"too far", Times(3, Frame("FFFB0000", 2000)), 0},
+        {"alone", frame, 0},
+        {"a stop at the limit counts", Join({frame, Hex("FFFB00")}), 300},
+        {"a stop beyond does not", Join({frame, Hex("FFFB")}), 0},
+        {"a chance match does not repeat", chance, 300},
+        {"Layer I", Times(50, Frame("FFFF0000", 200)), 200},
+        {"Kept: its padding of four bytes is taken off as one", Times(2, Frame("FFFF0200", 200)), 0},
+    };
+    for (const auto& row : rows) EXPECT_EQ(SizeOf(row.bytes), row.size) << row.what;
 }
 
 TEST(VXSwfMP3Info, MeasuresByTheFirstFrame) {
@@ -180,7 +184,7 @@ TEST(VXSwfMP3Info, MeasuresByTheFirstFrame) {
     EXPECT_EQ(Quickly(Times(10000, Frame("FFFB9000", 417))), 11519978u) << "more than 97 seconds";
 }
 
-TEST(VXSwfMP3Info, MeasuresTheFreeFormatAndNamesItsBitrate) {
+TEST(VXSwfMP3Info, NamesTheBitrateOfTheFreeFormat) {
     const Bytes data = Times(10, Frame("FFFB0000", 300));
     CVXStreamReadWrite stream(data.data(), data.size());
     VXSwfMP3Info info(&stream);
