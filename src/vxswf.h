@@ -34,6 +34,7 @@
 #include "graphics/VXFlintShapeRecords.h"
 #include "graphics/VXFlintShapeStyleChangeRecord.h"
 #include "graphics/VXFlintShapeWithStyle.h"
+#include "graphics/VXOwned.h"
 #include "graphics/VXTwips.h"
 #include "media/CQuantizer.h"
 #include "media/VXFlintSoundInfo.h"

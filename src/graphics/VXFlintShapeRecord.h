@@ -6,6 +6,7 @@
 #include "bitstream/VXPool.h"
 #include "framework/VXFlintIDMap.h"
 #include "graphics/VXFlintShapeRecordBase.h"
+#include "graphics/VXOwned.h"
 #include "platform/VXExport.h"
 #include "platform/VXTypes.h"
 
@@ -46,7 +47,7 @@ public:
     void SetSupports255Plus(short supports255Plus) { Supports255Plus = supports255Plus; }
     void SetIsLineStyle2(short isLineStyle2) { IsLineStyle2 = isLineStyle2; }
 
-    std::unique_ptr<VXFlintShapeRecordBase> Record;
+    VXOwned<VXFlintShapeRecordBase> Record;
     short IsEdge = 0;  ///< the first bit as read
     short UseAlpha = 0;
     short Supports255Plus = 0;

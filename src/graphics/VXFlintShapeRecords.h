@@ -1,11 +1,11 @@
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include "bitstream/VXBitStream.h"
 #include "framework/VXFlintIDMap.h"
 #include "graphics/VXFlintShapeRecord.h"
+#include "graphics/VXOwned.h"
 #include "platform/VXExport.h"
 #include "platform/VXTypes.h"
 
@@ -47,7 +47,7 @@ public:
     void SetSupports255Plus(short supports255Plus) { Supports255Plus = supports255Plus; }
     void SetLineStyle2(short isLineStyle2) { IsLineStyle2 = isLineStyle2; }
 
-    std::vector<std::unique_ptr<VXFlintShapeRecord>> Records;
+    std::vector<VXOwned<VXFlintShapeRecord>> Records;
     unsigned int NumFillBits = 0;
     unsigned int NumLineBits = 0;
     short UseAlpha = 0;
