@@ -6,8 +6,8 @@ set -euo pipefail
 packages=(
   # the compilers and what drives them; libclang-rt-dev holds clang's sanitizers and libFuzzer
   cmake ninja-build g++ clang libclang-rt-dev pkg-config python3
-  # checks of the sources, reference pages
-  clang-format clang-tidy doxygen
+  # checks of the sources, reference pages, memcheck
+  clang-format clang-tidy doxygen valgrind
   # the libraries
   zlib1g-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core
   # the command, the tests and the benchmarks
