@@ -67,7 +67,10 @@ public:
         return true;
     }
     unsigned char* Get() const { return m_Bytes; }
-    unsigned char* Release() { return std::exchange(m_Bytes, nullptr); }
+    unsigned char* Release() {
+        m_Size = 0;
+        return std::exchange(m_Bytes, nullptr);
+    }
 
 private:
     unsigned char* m_Bytes = nullptr;

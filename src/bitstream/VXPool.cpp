@@ -253,10 +253,10 @@ void* VXPool::Resize(void* buffer, std::size_t oldSize, std::size_t size) noexce
 }
 
 void VXPool::FreeBuffer(void* buffer, std::size_t size) noexcept {
-    if (size >= kMapped) {
-        munmap(buffer, size);
-    } else {
+    if (size < kMapped) {
         std::free(buffer);
+    } else if (buffer != nullptr) {
+        munmap(buffer, size);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "bitstream/VXPool.h"
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 #include <cstdint>
 #include <cstring>
@@ -84,6 +85,16 @@ struct Base : VXPooled {
 struct Derived : Base {
     unsigned char bytes[300] = {};
 };
+
+TEST(VXPool, NullIsNoBuffer) {
+    // The page that lies lowest, as a program may have one there that is linked to a fixed address.
+    void* const place = reinterpret_cast<void*>(std::uintptr_t{65536});
+    void* const page = mmap(place, 4096, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
+    ASSERT_EQ(page, place);
+    VXPool::FreeBuffer(nullptr, VXPool::kMapped);
+    EXPECT_EQ(msync(page, 4096, MS_ASYNC), 0) << "it is still mapped";
+    munmap(page, 4096);
+}
 
 TEST(VXPool, DeleteThroughABaseTellsTheWholeSize) {
     std::vector<Base*> objects;
