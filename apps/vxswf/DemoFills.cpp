@@ -27,7 +27,7 @@ VXFlintFillStyle Gradient(unsigned char type, double width, double height, doubl
     fill.GradientMatrix.ToUnitMatrix();
     fill.GradientMatrix.Scale(width / kSquare, height / kSquare);
     if (degrees != 0) fill.GradientMatrix.Rotate(degrees);
-    fill.GradientMatrix.Translate(kWidth / 2, kHeight / 2);
+    fill.GradientMatrix.Translate(kWidth / 2.0, kHeight / 2.0);
     fill.Gradient.SpreadMode = spread;
     for (const auto& [ratio, color, alpha] : stops) {
         VXFlintGradRecord& record = fill.Gradient.GradientRecords.emplace_back();

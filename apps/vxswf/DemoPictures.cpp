@@ -29,8 +29,10 @@ enum class Look { kPlain, kSeenThrough, kTiled };
 void Show(DemoStage& stage, const VXSwfDefinitionTag& bitmap, unsigned int width, unsigned int height,
           int cell, const char* caption, Look look = Look::kPlain) {
     const Size size = look == Look::kTiled ? Size{kBoxWidth, kBoxHeight} : Fit(width, height);
-    const double left = 20 + 204 * (cell % 3);
-    const double top = DemoStage::kTop + 184 * (cell / 3);
+    const int column = cell % 3;
+    const int row = cell / 3;
+    const double left = 20 + 204 * column;
+    const double top = DemoStage::kTop + 184 * row;
     if (look == Look::kSeenThrough) stage.Place(stage.DefineChecks(size.width, size.height), left, top);
     VXSwfDefineShapeTag& shape = stage.DefineShape();
     shape.CreateShapeForImage(bitmap.GetCharacterId(), 0, 0, static_cast<int>(width),

@@ -3,8 +3,8 @@
 namespace {
 
 // The middle of a cell.
-constexpr double kMiddleX = DemoStage::kCellWidth / 2;
-constexpr double kMiddleY = DemoStage::kCellHeight / 2;
+constexpr double kMiddleX = DemoStage::kCellWidth / 2.0;
+constexpr double kMiddleY = DemoStage::kCellHeight / 2.0;
 
 /// A shadow four pixels to the lower right. The placement takes it over.
 VXFlintFilter* Shadow(bool isInner, bool isKnockout, bool hasObject) {

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "DemoPages.h"
 
 namespace {
@@ -33,7 +35,7 @@ void AddLines(DemoStage& stage) {
         const VXSwfDefineTextTag& line = stage.DefineLine(text, style);
         stage.Place(line, 20, top);
         VXSwfDefineShapeTag& rule = stage.DefineShape();
-        rule.CreateRectangle(0, 0, static_cast<int>(DemoStage::WidthOf(line) + 0.5), 2, Rgba(kAmber));
+        rule.CreateRectangle(0, 0, static_cast<int>(std::lround(DemoStage::WidthOf(line))), 2, Rgba(kAmber));
         stage.Place(rule, 20, top + 34);
         top += 52;
     }
