@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   # the compilers and what drives them; libclang-rt-dev holds clang's sanitizers and libFuzzer
   cmake ninja-build g++ clang libclang-rt-dev pkg-config python3
-  # checks of the sources, reference pages, memcheck
+  # checks of the sources, reference pages, memcheck and the counter of instructions
   clang-format clang-tidy doxygen valgrind
   # the libraries
   zlib1g-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Every check of the project: layers, format, warnings of both compilers, and the tests, first as they are and then
-# under the sanitizers.
+# Every check of the project: layers, format, warnings of both compilers, the tests, first as they are and then under
+# the sanitizers, and how many instructions a few fixed runs take.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -28,6 +28,11 @@ python3 scripts/clangwarnings.py build/dev
 
 step "tests"
 ctest --test-dir build/dev --output-on-failure --no-tests=error --parallel "$jobs"
+
+step "instructions of fixed runs"
+cmake --preset release
+cmake --build --preset release --parallel "$jobs" --target FixedRuns
+python3 scripts/instructions.py build/release/benchmarks/FixedRuns
 
 step "build under the sanitizers"
 cmake --preset asan
