@@ -21,12 +21,13 @@ TEST(VXSwfRemoveObjectTag, DumpsWhatItLoads) {
 TEST(VXSwfRemoveObjectTag, CopiesBothFieldsAndNoHeader) {
     const TagPtr loaded = LoadTag(Hex("3F 07 02 00 00 00 02 00"));
     dynamic_cast<VXSwfRemoveObjectTag&>(*loaded).CharacterId = 7;
+    dynamic_cast<VXSwfRemoveObjectTag&>(*loaded).SetDepth(9);
     const TagPtr copy(loaded->Copy(), &VXSwfTagFactory::DeleteTag);
     EXPECT_EQ(dynamic_cast<VXSwfRemoveObjectTag&>(*copy).CharacterId, 7) << "which type 28 does not carry";
-    EXPECT_EQ(DumpOf(*copy), Hex("02 07 02 00")) << "not through the wire, so the long header is gone";
+    EXPECT_EQ(DumpOf(*copy), Hex("02 07 09 00")) << "not through the wire, so the long header is gone";
     VXString text("> ");
     copy->GetTextInfo(text);
-    EXPECT_EQ(text.GetUTF8String(), "> TAG_REMOVEOBJECT2(28) - Depth=2 - Id(?)=7");
+    EXPECT_EQ(text.GetUTF8String(), "> TAG_REMOVEOBJECT2(28) - Depth=9 - Id(?)=7");
 }
 
 TEST(VXSwfPlaceObjectTag, DumpsWhatItLoads) {
@@ -72,6 +73,7 @@ TEST(VXSwfFileAttributesTag, KeepsThreeOfItsBits) {
 TEST(VXSwfFreeCharacterTag, NamesTheCharacterThatCodeGaveItAndReadsNone) {
     const auto tag = NewTag<VXSwfFreeCharacterTag>(3);
     EXPECT_EQ(LoadInto(*tag, Hex("C2 00 09 00")), kVXSuccess);
+    EXPECT_EQ(tag->GetReferencedID(), 0) << "not the ID in the body";
     EXPECT_EQ(DumpOf(*tag), Hex("C2 00 00 00"));
     tag->SetReferencedID(0x1234);
     EXPECT_EQ(DumpOf(*tag), Hex("C2 00 34 12"));

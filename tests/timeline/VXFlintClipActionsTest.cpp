@@ -41,11 +41,10 @@ TEST(VXFlintClipEventFlags, StandInTheOrderOfTheWire) {
         short Flags::*flag;
         Bytes bytes;
     } rows[] = {
-        {&Flags::ClipEventKeyUp, Hex("80 00 00 00")},   {&Flags::ClipEventUnload, Hex("04 00 00 00")},
-        {&Flags::ClipEventLoad, Hex("01 00 00 00")},    {&Flags::ClipEventReleaseOutside, Hex("00 10 00 00")},
-        {&Flags::ClipEventData, Hex("00 01 00 00")},    {&Flags::ClipEventKeyPress, Hex("00 00 02 00")},
-        {&Flags::ClipEventDragOut, Hex("00 00 01 00")},
-    };
+        {&Flags::ClipEventKeyUp, Hex("80 00 00 00")},  {&Flags::ClipEventUnload, Hex("04 00 00 00")},
+        {&Flags::ClipEventLoad, Hex("01 00 00 00")},   {&Flags::ClipEventReleaseOutside, Hex("00 10 00 00")},
+        {&Flags::ClipEventData, Hex("00 01 00 00")},   {&Flags::ClipEventKeyPress, Hex("00 00 02 00")},
+        {&Flags::ClipEventDragOut, Hex("00 00 01 00")}};
     for (const auto& row : rows) {
         Flags flags;
         flags.*row.flag = 2;  // any value but 0 is a set bit
@@ -77,8 +76,7 @@ TEST(VXFlintClipActions, ShareTheirHandlersWithCopies) {
     auto actions = std::make_unique<VXFlintClipActions>();
     actions->ClipActionRecords.push_back(new VXFlintClipActionRecord);
     actions->ClipActionRecords.push_back(actions->ClipActionRecords[0]);
-    VXFlintClipActions copy(*actions);
-    VXFlintClipActions other;
+    VXFlintClipActions copy(*actions), other;
     other.ClipActionRecords.push_back(new VXFlintClipActionRecord);
     other = copy;
     actions->ClipActionRecords[0]->KeyCode = 65;

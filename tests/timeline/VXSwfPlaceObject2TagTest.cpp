@@ -89,12 +89,6 @@ TEST(VXSwfPlaceObject2Tag, TakesAColourTransform) {
               LongTagBytes(26, Join({Hex("08 00 00"), Bits("1 1 1010"
                                                            "0100000000 0100000000 0100000000 0010000000"
                                                            "0000000000 0000000000 0000000001 0000000000")})));
-    VXFlintCxForm plain;
-    plain.HasAlpha = 0;
-    plain.HasMultTerms = 1;
-    plain.AlphaMultTerm = 1;
-    tag->SetCxForm(&plain);
-    EXPECT_EQ(DumpOf(*tag), Long("08 00 00 40")) << "without alpha nothing has a width";
 }
 
 TEST(VXSwfPlaceObject2Tag, MovesTheClipDepthAlong) {
@@ -195,17 +189,14 @@ TEST(VXSwfPlaceObject2Tag, GivesEveryMatrixBackAsItWas) {
 
 TEST(VXSwfPlaceObject2Tag, CopiesStandAlone) {
     auto tag = Load(Hex("C8 01 00 00 09 00 01 02 03"));
-    tag->GetCxForm().HasAddTerms = 1;
     tag->GetClipActions().ClipActionRecords.push_back(new VXFlintClipActionRecord);
     Tag copy(*tag);
-    tag->GetCxForm().HasAddTerms = 0;
-    EXPECT_EQ(copy.GetCxForm().HasAddTerms, 1);
-    const Bytes bytes = DumpOf(copy);
+    tag->GetCxForm().HasAddTerms = 1;
+    EXPECT_EQ(copy.GetCxForm().HasAddTerms, 0);
     tag.reset();
-    EXPECT_EQ(DumpOf(copy), bytes);
     const auto other = NewTag<Tag>(26);
     *other = copy;
-    EXPECT_EQ(DumpOf(*other), bytes);
+    EXPECT_EQ(DumpOf(*other), DumpOf(copy));
 }
 
 TEST(VXSwfPlaceObject2Tag, DescribesItself) {
