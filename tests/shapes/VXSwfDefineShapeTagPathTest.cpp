@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <sstream>
 
 #include "RecordText.h"
 #include "shapes/VXSwfDefineShapeTag.h"
@@ -29,6 +30,13 @@ std::string EdgeTo(VXSwfDefineShapeTag& shape, VXReal x, VXReal y) {
     const std::size_t first = records.Records.size();
     shape.AddStraightEdge(999, 999, x, y);  // the start is always the pen
     return TextOf(records, first);
+}
+
+/// Where the stroke stands in its pattern: the element, and what remains of it.
+std::string PlaceOf(VXSwfDefineShapeTag& shape) {
+    std::ostringstream text;
+    text << shape.GetStrokePattern().GetCurIndex() << ":" << shape.GetStrokePattern().GetOffset();
+    return text.str();
 }
 
 }  // namespace
@@ -91,8 +99,7 @@ TEST(VXSwfDefineShapeTagPath, StartsSelectWhatIsDrawn) {
     EXPECT_EQ(shape->PathStartX, 30);
     EXPECT_EQ(shape->PenX, 30);
     EXPECT_EQ(shape->SumY, -30) << "half a twip goes up";
-    EXPECT_EQ(shape->GetStrokePattern().GetOffset(), 0.0);
-    EXPECT_EQ(shape->GetStrokePattern().GetCurIndex(), 0);
+    EXPECT_EQ(PlaceOf(*shape), "0:0");
     EXPECT_EQ(EdgeTo(*shape, 101.5, -1.5), "H 100") << "a fill is never dashed";
     shape->StartPath(0, 0, 3);
     EXPECT_EQ(shape->GetStrokePattern().GetHasStroke(), 3);
@@ -127,31 +134,24 @@ TEST(VXSwfDefineShapeTagPath, PathsEndWhereTheRoundedDeltasLead) {
 
 TEST(VXSwfDefineShapeTagPath, DashesRunOnFromEdgeToEdge) {
     const Shape shape = Stroked(kVXStrokeDash);
-    VXSwfStrokePattern& pattern = shape->GetStrokePattern();
     EXPECT_EQ(EdgeTo(*shape, 100, 0), "H 21 | M 28,0 | H 21 | M 56,0 | H 21 | M 84,0 | H 16");
-    EXPECT_EQ(pattern.GetOffset(), 5.0);
-    EXPECT_EQ(pattern.GetCurIndex(), 0);
+    EXPECT_EQ(PlaceOf(*shape), "0:5");
     EXPECT_EQ(EdgeTo(*shape, 100, 3), "V 3") << "shorter than what remains";
-    EXPECT_EQ(pattern.GetOffset(), 2.0);
+    EXPECT_EQ(PlaceOf(*shape), "0:2");
     EXPECT_EQ(EdgeTo(*shape, 100, 3.000001), "") << "too short";
     EXPECT_EQ(shape->PenY, 60);
     EXPECT_EQ(EdgeTo(*shape, 100, 15), "V 2 | M 100,12 | V 3");
     EXPECT_EQ(EdgeTo(*shape, 103, 19), "L 3,4");
     shape->EndPath();
     EXPECT_EQ(TextOf(shape->ShapeWithStyle.ShapeRecords, 13), "L -103,-19") << "the closing edge is solid";
+    EXPECT_EQ(EdgeTo(*Stroked(kVXStrokeDashDotDot), 60, 0),
+              "H 21 | M 28,0 | H 7 | M 42,0 | H 7 | M 56,0 | H 4");
 
-    const Shape dots = Stroked(kVXStrokeDashDotDot);
-    EXPECT_EQ(EdgeTo(*dots, 60, 0), "H 21 | M 28,0 | H 7 | M 42,0 | H 7 | M 56,0 | H 4");
-}
-
-TEST(VXSwfDefineShapeTagPath, ElementsThatEndWithTheEdgeLeaveTheOldRemainder) {
-    const Shape shape = Stroked(kVXStrokeDash);
-    EXPECT_EQ(EdgeTo(*shape, 25, 0), "H 21 | M 25,0");
-    EXPECT_EQ(shape->GetStrokePattern().GetOffset(), 3.0);
-    EXPECT_EQ(EdgeTo(*shape, 49, 0), "M 28,0 | H 21");
-    EXPECT_EQ(shape->GetStrokePattern().GetOffset(), 3.0) << "of the edge before";
-    EXPECT_EQ(shape->GetStrokePattern().GetCurIndex(), 1);
-    EXPECT_EQ(EdgeTo(*shape, 60, 0), "M 52,0 | H 8") << "a gap of three pixels, not of seven";
+    const Shape even = Stroked(kVXStrokeDash);
+    EXPECT_EQ(EdgeTo(*even, 25, 0), "H 21 | M 25,0");
+    EXPECT_EQ(EdgeTo(*even, 49, 0), "M 28,0 | H 21");
+    EXPECT_EQ(PlaceOf(*even), "1:3") << "Kept: an element that ends with the edge leaves the old remainder";
+    EXPECT_EQ(EdgeTo(*even, 60, 0), "M 52,0 | H 8") << "a gap of three pixels, not of seven";
 }
 
 TEST(VXSwfDefineShapeTagPath, PlacesThatMakeNoSenseGiveASolidEdge) {
@@ -160,8 +160,7 @@ TEST(VXSwfDefineShapeTagPath, PlacesThatMakeNoSenseGiveASolidEdge) {
         shape->GetStrokePattern().SetOffset(offset);
         shape->GetStrokePattern().SetCurIndex(1);
         EXPECT_EQ(EdgeTo(*shape, 50, 0), "H 50");
-        EXPECT_EQ(shape->GetStrokePattern().GetOffset(), 0.0);
-        EXPECT_EQ(shape->GetStrokePattern().GetCurIndex(), 1);
+        EXPECT_EQ(PlaceOf(*shape), "1:0");
     }
     for (const int index : {-1, 2, INT_MAX}) {
         const Shape shape = Stroked(kVXStrokeDot);
@@ -171,15 +170,14 @@ TEST(VXSwfDefineShapeTagPath, PlacesThatMakeNoSenseGiveASolidEdge) {
     }
     const Shape shape = Stroked(kVXStrokeDot);
     EXPECT_EQ(EdgeTo(*shape, 20000000, 0), "H 2e+07") << "beyond all measure";
-    EXPECT_EQ(shape->GetStrokePattern().GetOffset(), 0.0);
+    EXPECT_EQ(PlaceOf(*shape), "0:0");
     EXPECT_EQ(EdgeTo(*shape, kInfinity, 0), "H inf");
     EXPECT_EQ(shape->PenX, INT_MAX);
     EXPECT_EQ(EdgeTo(*Stroked(static_cast<VXStrokeStyleEnum>(9)), 50, 0), "H 50");
-
     const Shape far = Stroked(kVXStrokeDot);
     far->AddCurvedEdge(0, 0, 5e7, 1e8, -5e7, 1e8, 100, 0);
     EXPECT_LT(far->ShapeWithStyle.ShapeRecords.Records.size(), 100000u)
-        << "a curve too, though each piece of it can be measured";
+        << "a curve, each piece of which has a measure";
     EXPECT_EQ(far->PenX, 2000);
 }
 
