@@ -1,18 +1,23 @@
-#include "media/VXSwfDefineBitsLossless2Tag.h"
-
 #include <gtest/gtest.h>
 #include <zlib.h>
 
+#include "media/VXSwfDefineBitsJpegTag.h"
+#include "media/VXSwfDefineBitsLossless2Tag.h"
+#include "platform/CVXStreamReadWrite.h"
 #include "support/TagSweep.h"
 
 namespace {
 
-Bytes Inflated(const VXSwfDefineBitsLossless2Tag& tag) {
-    Bytes plain(100000);
+Bytes Inflated(const unsigned char* data, unsigned int size) {
+    Bytes plain(1000);
     uLongf length = plain.size();
-    EXPECT_EQ(uncompress(plain.data(), &length, tag.GetZlibBitmapData(), tag.GetZlibBitmapDataSize()), Z_OK);
+    EXPECT_EQ(uncompress(plain.data(), &length, data, size), Z_OK);
     plain.resize(length);
     return plain;
+}
+
+Bytes Inflated(const VXSwfDefineBitsLossless2Tag& tag) {
+    return Inflated(tag.GetZlibBitmapData(), tag.GetZlibBitmapDataSize());
 }
 
 Bytes TrueColor(unsigned int width, unsigned int height, const Bytes& pixels) {
@@ -81,6 +86,37 @@ TEST(VXSwfDefineBitsLossless2Tag, DumpsUnderALongHeader) {
     EXPECT_EQ(tag->CreateImage(VXImage(1, 1, pixel.data()), kVXBitmapQualityPalette), kVXSuccess);
     const Bytes block(tag->GetZlibBitmapData(), tag->GetZlibBitmapData() + tag->GetZlibBitmapDataSize());
     EXPECT_EQ(DumpOf(*tag), LongTagBytes(36, Join({Hex("02 01 03 01 00 01 00 00"), block})));
+}
+
+TEST(VXSwfDefineBitsJpegTag, WritesThePictureAloneForType21) {
+    const auto tag = NewTag<VXSwfDefineBitsJpegTag>(21);
+    tag->SetCharacterId(5);
+    EXPECT_EQ(tag->SetJpegData(nullptr), kVXFailure);
+    EXPECT_EQ(tag->SetJpegData(new unsigned char[4]{0xFF, 0xD8, 0xFF, 0xD9}, 4), kVXSuccess);
+    const Bytes alpha = Hex("80 81");
+    EXPECT_EQ(tag->SetAlphaData(alpha.data(), 2), kVXSuccess);
+    EXPECT_EQ(DumpOf(*tag), Hex("46 05 05 00 FF D8 FF D9")) << "the alpha plane stays here";
+}
+
+TEST(VXSwfDefineBitsJpegTag, WritesTheOffsetToTheAlphaPlaneForType35) {
+    const auto tag = NewTag<VXSwfDefineBitsJpegTag>(35);
+    const Bytes picture = Hex("00 FF D8 FF D9");
+    CVXStreamReadWrite stream(picture.data(), picture.size());
+    stream.Seek(1, kVXSeekFromStart);
+    EXPECT_EQ(tag->SetJpegData(&stream), kVXSuccess) << "the whole length from the position, then zeros";
+    EXPECT_EQ(DumpOf(*tag), Hex("CB 08 00 00 05 00 00 00 FF D8 FF D9 00"));
+
+    const Bytes alpha = Repeat(100, 0x7F);
+    EXPECT_EQ(tag->SetAlphaData(alpha.data(), 100), kVXSuccess);
+    EXPECT_EQ(Inflated(tag->GetAlphaData(), tag->GetAlphaDataSize()), alpha);
+    const Bytes dump = DumpOf(*tag);
+    const Bytes tail(tag->GetAlphaData(), tag->GetAlphaData() + tag->GetAlphaDataSize());
+    EXPECT_EQ(Bytes(dump.end() - static_cast<std::ptrdiff_t>(tail.size()), dump.end()), tail);
+
+    EXPECT_EQ(tag->SetAlphaData(nullptr, 3), kVXFailure);
+    EXPECT_EQ(tag->GetAlphaDataSize(), tail.size()) << "nothing changed";
+    EXPECT_EQ(tag->SetAlphaData(nullptr, 0), kVXSuccess);
+    EXPECT_EQ(Inflated(tag->GetAlphaData(), tag->GetAlphaDataSize()), Bytes());
 }
 
 }  // namespace
