@@ -46,6 +46,7 @@ TEST(VXSwfDoInitActionTag, DumpsWhatItLoads) {
 TEST(VXSwfDoInitActionTag, RefersToItsSprite) {
     const TagPtr loaded = LoadTag(TagBytes(59, Hex("0500 07 00")));
     auto& tag = dynamic_cast<VXSwfDoInitActionTag&>(*loaded);
+    EXPECT_EQ(tag.PushActionRecord(new VXFlintActionRecord(0x17)), kVXSuccess);
     VXFlintIDMap map;
     map.Set(5, 9);
     tag.UpdateReferenceIDs(&map);
@@ -57,8 +58,8 @@ TEST(VXSwfDoInitActionTag, RefersToItsSprite) {
     EXPECT_EQ(tag.GetCharacterId(), 0);
     const TagPtr copy(tag.Copy(), &VXSwfTagFactory::DeleteTag);
     EXPECT_EQ(tag.SetSpriteReferenceID(3), kVXSuccess);
-    EXPECT_EQ(DumpOf(tag), TagBytes(59, Hex("0300 07 00")));
-    EXPECT_EQ(DumpOf(*copy), TagBytes(59, Hex("0900 07 00")));
+    EXPECT_EQ(DumpOf(tag), TagBytes(59, Hex("0300 07 17 00")));
+    EXPECT_EQ(DumpOf(*copy), TagBytes(59, Hex("0900 07 17 00")));
     unsigned short id = 0;
     EXPECT_EQ(tag.GetSpriteReferenceID(id), kVXSuccess);
     EXPECT_EQ(id, 3);
