@@ -8,8 +8,8 @@
 /// Ends the program when a step of a benchmark failed.
 void Require(bool holds);
 
-/// The clock of one measured run. What is to be timed stands between `Start` and `Stop`; without a call the whole
-/// run counts.
+/// The clock of one measured run. It counts the time that the process keeps the processor. What is to be timed stands
+/// between `Start` and `Stop`; without a call the whole run counts.
 class ColdClock {
 public:
     ColdClock();
