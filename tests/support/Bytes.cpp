@@ -1,20 +1,13 @@
 #include "support/Bytes.h"
 
-#include <cctype>
-
 Bytes Hex(std::string_view digits) {
     Bytes bytes;
     bool isLow = false;
     for (const char digit : digits) {
-        if (std::isspace(static_cast<unsigned char>(digit)) != 0) continue;
-        const int value = std::isdigit(static_cast<unsigned char>(digit)) != 0
-                              ? digit - '0'
-                              : std::toupper(static_cast<unsigned char>(digit)) - 'A' + 10;
-        if (isLow) {
-            bytes.back() = static_cast<unsigned char>(bytes.back() << 4 | value);
-        } else {
-            bytes.push_back(static_cast<unsigned char>(value));
-        }
+        const auto value = std::string_view("0123456789ABCDEFabcdef").find(digit);
+        if (value == std::string_view::npos) continue;
+        if (!isLow) bytes.push_back(0);
+        bytes.back() = static_cast<unsigned char>(bytes.back() * 16u + (value < 16 ? value : value - 6));
         isLow = !isLow;
     }
     return bytes;
@@ -42,6 +35,10 @@ Bytes Join(std::initializer_list<Bytes> parts) {
 
 Bytes BytesOf(VXBitStream& stream) {
     return Bytes(stream.GetBuffer(), stream.GetBuffer() + stream.GetSize());
+}
+
+Bytes BytesOf(const CVXStreamReadWrite& stream) {
+    return Bytes(stream.GetMemory(), stream.GetMemory() + stream.GetMemorySize());
 }
 
 VXBitStream StreamOver(const Bytes& bytes) {

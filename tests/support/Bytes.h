@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bitstream/VXBitStream.h"
+#include "platform/CVXStreamReadWrite.h"
 
 using Bytes = std::vector<unsigned char>;
 
@@ -16,6 +17,7 @@ Bytes Repeat(std::size_t count, unsigned char value);
 Bytes Join(std::initializer_list<Bytes> parts);
 /// What stands in a memory stream.
 Bytes BytesOf(VXBitStream& stream);
+Bytes BytesOf(const CVXStreamReadWrite& stream);
 /// A stream that borrows `bytes`.
 VXBitStream StreamOver(const Bytes& bytes);
 /// A tag as it stands in a movie: a short header where the length allows it, and the body.

@@ -26,14 +26,15 @@ void Survive(const Bytes& bytes, unsigned char version) {
     VXSwfTagFactory::DeleteTag(tag->Copy());
 }
 
-Bytes FlippedAt(Bytes bytes, std::size_t bit) {
-    bytes[bit / 8] = static_cast<unsigned char>(bytes[bit / 8] ^ 0x80u >> bit % 8);
-    return bytes;
-}
-
-Bytes Head(const Bytes& bytes, std::size_t size) {
-    // A copy of its own size, so that a read behind the end is seen.
-    return Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size));
+/// Cut short behind every byte, in a copy of its own size so that a read behind the end is seen, and with
+/// every bit flipped.
+void ForEachDamage(const Bytes& bytes, const std::function<void(const Bytes&)>& survive) {
+    for (auto end = bytes.begin(); end != bytes.end(); ++end) survive(Bytes(bytes.begin(), end));
+    for (std::size_t bit = 0; bit < bytes.size() * 8; ++bit) {
+        Bytes flipped = bytes;
+        flipped[bit / 8] = static_cast<unsigned char>(flipped[bit / 8] ^ 0x80u >> bit % 8);
+        survive(flipped);
+    }
 }
 
 }  // namespace
@@ -65,20 +66,12 @@ void SweepTag(const std::string& what, const Bytes& in, const Bytes& out, unsign
         EXPECT_NE(tag->DumpToStream(small), kVXSuccess) << "with room for " << room << " bytes";
         EXPECT_EQ(tag->GetData(), kept) << "after a dump that failed at byte " << room;
     }
-    for (std::size_t size = 0; size < in.size(); ++size) Survive(Head(in, size), version);
-    for (std::size_t bit = 0; bit < in.size() * 8; ++bit) Survive(FlippedAt(in, bit), version);
+    ForEachDamage(in, [version](const Bytes& bytes) { Survive(bytes, version); });
 }
 
 void SweepRecord(const std::string& what, const std::function<RecordSweep()>& make, const Bytes& in,
                  const Bytes& out) {
     SCOPED_TRACE(what);
-    const auto survive = [&make](const Bytes& bytes) {
-        const RecordSweep record = make();
-        VXBitStream stream = StreamOver(bytes);
-        VXIgnore(record.load(stream));
-        VXBitStream dumped;
-        VXIgnore(record.dump(dumped));
-    };
     const RecordSweep record = make();
     VXBitStream stream = StreamOver(in);
     EXPECT_EQ(record.load(stream), kVXSuccess);
@@ -88,6 +81,11 @@ void SweepRecord(const std::string& what, const std::function<RecordSweep()>& ma
         EXPECT_EQ(dumped.FlushBits(), kVXSuccess);
         EXPECT_EQ(BytesOf(dumped), out);
     }
-    for (std::size_t size = 0; size < in.size(); ++size) survive(Head(in, size));
-    for (std::size_t bit = 0; bit < in.size() * 8; ++bit) survive(FlippedAt(in, bit));
+    ForEachDamage(in, [&make](const Bytes& bytes) {
+        const RecordSweep damaged = make();
+        VXBitStream source = StreamOver(bytes);
+        VXIgnore(damaged.load(source));
+        VXBitStream dumped;
+        VXIgnore(damaged.dump(dumped));
+    });
 }
