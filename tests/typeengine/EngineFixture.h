@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 
 #include "binding/BNDInitialize.h"
@@ -23,18 +24,23 @@ protected:
         BNDTerminate();
     }
 
-    /// Empty when no font is called `name`.
-    static BND_NT_NMT::CTYFontDict Font(const char* name) {
+    /// Every font of every family, in order.
+    static void ForEachFont(const std::function<void(const BND_NT_NMT::CTYFontDict&)>& visit) {
         using namespace BND_NT_NMT;
         const CTYFamilyList list = TYFamilyListNewList(TYFontSetNew());
         for (int i = 0; i < TYFamilyListGetNumFams(list); ++i) {
             const CTYFamily family = TYFamilyListGetNthFamily(list, i);
-            for (int k = 0; k < TYFamilyGetNumFonts(family); ++k) {
-                CTYFontDict font = TYFamilyGetNthFont(family, k);
-                if (TYFontDictGetFontName(font) == name) return font;
-            }
+            for (int k = 0; k < TYFamilyGetNumFonts(family); ++k) visit(TYFamilyGetNthFont(family, k));
         }
-        return {};
+    }
+
+    /// Empty when no font is called `name`.
+    static BND_NT_NMT::CTYFontDict Font(const char* name) {
+        BND_NT_NMT::CTYFontDict found;
+        ForEachFont([&](const BND_NT_NMT::CTYFontDict& font) {
+            if (TYFontDictGetFontName(font) == name) found = font;
+        });
+        return found;
     }
 
     /// Where the font called `name` is installed; empty when there is none.

@@ -56,26 +56,29 @@ TEST_F(VXFontFiles, TheListIsMadeOnceAndDroppedWithTheEngine) {
 
 TEST_F(VXFontFiles, AFontThatIsGoneIsListedAndHasNothing) {
     const CTYFontDict font = Font("DejaVu Sans");
+    const CTYFontInstance instance = Instance(Font("DejaVu Sans Bold"));
+    const float width = Width(instance, u'A');
+    fs::resize_file(m_Directory / "fonts/bold.ttf", 100);
+    EXPECT_EQ(Width(instance, u'A'), width) << "nothing of the file is mapped";
+    EXPECT_GT(Box(instance, u'A').right, 0.0F);
+
     fs::remove(Plain());
     EXPECT_FALSE(Font("DejaVu Sans").IsEmpty());
-    EXPECT_TRUE(Instance(font).IsEmpty());
     float first = 9, second = 9, third = 9;
     TYFontDictGetHorizontalMetrics(font, first, second, third);
     EXPECT_EQ(first + second + third, 0.0F);
-
     ASSERT_EQ(mkfifo(Plain().c_str(), 0600), 0);
     EXPECT_TRUE(Instance(font).IsEmpty()) << "and nobody waits for a pipe";
     fs::remove(Plain());
     fs::create_directory(Plain());
     EXPECT_TRUE(Instance(font).IsEmpty());
-    EXPECT_FALSE(Instance(Font("DejaVu Sans Bold")).IsEmpty());
-}
 
-TEST_F(VXFontFiles, AnInstanceOutlivesItsFile) {
-    const CTYFontInstance instance = Instance(Font("DejaVu Sans"));
-    fs::resize_file(Plain(), 100);
-    EXPECT_EQ(Width(instance, u'A'), 1401 / 2.0F) << "nothing of the file is mapped";
-    EXPECT_GT(Box(instance, u'A').right, 0.0F);
+    VX_ENGINE(TYTerminateProc)();
+    fs::remove_all(m_Directory / "fonts");
+    const CTYFamilyList list = TYFamilyListNewList(TYFontSetNew());
+    EXPECT_FALSE(list.IsEmpty());
+    EXPECT_EQ(TYFamilyListGetNumFams(list), 0);
+    EXPECT_TRUE(TYFamilyListGetNthFamily(list, 0).IsEmpty());
 }
 
 TEST_F(VXFontFiles, ATruncatedOrDamagedFontBreaksNothing) {
@@ -103,33 +106,14 @@ TEST_F(VXFontFiles, ATruncatedOrDamagedFontBreaksNothing) {
     }
 }
 
-TEST_F(VXFontFiles, ThereMayBeNoFonts) {
-    fs::remove_all(m_Directory / "fonts");
-    const CTYFamilyList list = TYFamilyListNewList(TYFontSetNew());
-    EXPECT_FALSE(list.IsEmpty());
-    EXPECT_EQ(TYFamilyListGetNumFams(list), 0);
-    EXPECT_TRUE(TYFamilyListGetNthFamily(list, 0).IsEmpty());
-}
+/// With the fonts of the machine.
+class VXFaceCache : public EngineFixture {};
 
-TEST(VXFaceCache, InstancesKeepMoreFacesThanTheCacheDoes) {
-    BNDInitialize(GetVXBndAddressProc());
-    {
-        std::vector<CTYFontInstance> instances;
-        std::vector<float> widths;
-        const CTYFamilyList list = TYFamilyListNewList(TYFontSetNew());
-        const CTYEncoding encoding = TYEncodingNewFromPreDefEncoding(13);
-        for (int i = 0; i < TYFamilyListGetNumFams(list); ++i) {
-            const CTYFamily family = TYFamilyListGetNthFamily(list, i);
-            for (int k = 0; k < TYFamilyGetNumFonts(family); ++k) {
-                instances.push_back(
-                    TYFontInstanceNewFontInstance(TYFamilyGetNthFont(family, k), {}, encoding));
-                widths.push_back(TYFontInstanceGetWidth(instances.back(), 5));
-            }
-        }
-        for (std::size_t i = 0; i < instances.size(); ++i) {
-            EXPECT_EQ(TYFontInstanceGetWidth(instances[i], 5), widths[i]);
-        }
-    }
-    EXPECT_EQ(VX_ENGINE(TYTestLiveHandleCount)(), 0);
-    BNDTerminate();
+TEST_F(VXFaceCache, InstancesKeepMoreFacesThanTheCacheDoes) {
+    std::vector<std::pair<CTYFontInstance, float>> instances;
+    ForEachFont([&](const CTYFontDict& font) {
+        const CTYFontInstance instance = Instance(font);
+        instances.emplace_back(instance, TYFontInstanceGetWidth(instance, 5));
+    });
+    for (const auto& [instance, width] : instances) EXPECT_EQ(TYFontInstanceGetWidth(instance, 5), width);
 }
