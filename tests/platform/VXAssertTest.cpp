@@ -12,7 +12,10 @@ void Keep(const char* message) { g_Message = message; }
 
 }  // namespace
 
-TEST(VXAssert, FormatsIntoABoundedMessage) {
+TEST(VXAssert, FormatsIntoABoundedMessageOfOneLine) {
+    testing::internal::CaptureStderr();
+    VXAssertFail("100%% of\n%s", "it");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "100% of it\n");
     const VXAssertHandler standard = VXSetAssertHandler(Keep);
     VXAssertFail("%s of %d\nlines\n", "two", 2);
     EXPECT_EQ(g_Message, "two of 2 lines ");
@@ -20,10 +23,4 @@ TEST(VXAssert, FormatsIntoABoundedMessage) {
     EXPECT_EQ(g_Message, std::string(1023, 'x'));
     EXPECT_EQ(VXSetAssertHandler(nullptr), Keep);
     EXPECT_EQ(VXSetAssertHandler(standard), standard) << "null stands for the default";
-}
-
-TEST(VXAssert, WritesOneLineByDefault) {
-    testing::internal::CaptureStderr();
-    VXAssertFail("100%% of\n%s", "it");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "100% of it\n");
 }

@@ -24,21 +24,17 @@ TEST(VXString, DecodesValidUTF8AndNothingElse) {
         std::string bytes;
         std::u16string units;
     } rows[] = {
-        {"ASCII", "aZ\x7F", u"aZ\x7F"},
         {"first and last of two bytes", "\xC2\x80\xDF\xBF", u"\u0080\u07FF"},
         {"first and last of three bytes", "\xE0\xA0\x80\xEF\xBF\xBF", u"\u0800\uFFFF"},
         {"beside the surrogates", "\xED\x9F\xBF\xEE\x80\x80", u"\uD7FF\uE000"},
         {"first and last of four bytes", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", u"\U00010000\U0010FFFF"},
         {"an 8-bit name", "caf\xE9", {u'c', u'a', u'f', 0xDCE9}},
-        {"overlong NUL", "\xC0\x80", {0xDCC0, 0xDC80}},
-        {"overlong slash", "\xC1\xAF", {0xDCC1, 0xDCAF}},
+        {"overlong two bytes", "\xC1\xAF", {0xDCC1, 0xDCAF}},
         {"overlong three bytes", "\xE0\x9F\xBF", {0xDCE0, 0xDC9F, 0xDCBF}},
         {"overlong four bytes", "\xF0\x8F\xBF\xBF", {0xDCF0, 0xDC8F, 0xDCBF, 0xDCBF}},
         {"encoded surrogate", "\xED\xA0\x80", {0xDCED, 0xDCA0, 0xDC80}},
         {"above U+10FFFF", "\xF4\x90\x80\x80", {0xDCF4, 0xDC90, 0xDC80, 0xDC80}},
-        {"lead bytes of no length", "\xF5\x80\xFF", {0xDCF5, 0xDC80, 0xDCFF}},
         {"cut short by the end", "\xE2\x82", {0xDCE2, 0xDC82}},
-        {"cut short by text", "\xE2\x82x", {0xDCE2, 0xDC82, u'x'}},
         {"cut short by a character", "\xF0\x9F\xC3\xA9", {0xDCF0, 0xDC9F, u'\u00E9'}},
     };
     for (const auto& row : rows) {
@@ -63,13 +59,15 @@ TEST(VXString, EveryOneAndTwoByteTextComesBack) {
 }
 
 TEST(VXString, LoneSurrogatesAreThreeBytes) {
-    EXPECT_EQ(VXString(std::u16string(1, 0xD800)).GetUTF8String(), "\xED\xA0\x80");
-    EXPECT_EQ(VXString(std::u16string{0xDBFF, u'x'}).GetUTF8String(), "\xED\xAF\xBFx");
-    EXPECT_EQ(VXString(std::u16string(1, 0xDC7F)).GetUTF8String(), "\xED\xB1\xBF");
-    EXPECT_EQ(VXString(std::u16string(1, 0xDD00)).GetUTF8String(), "\xED\xB4\x80");
-    // Behind a high surrogate the same unit is half of a character, not a byte.
-    EXPECT_EQ(VXString(std::u16string{0xD800, 0xDC80}).GetUTF8String(), "\xF0\x90\x82\x80");
-    EXPECT_EQ(VXString(std::u16string{0xD800, 0xDC80, 0xDC80}).GetUTF8String(), "\xF0\x90\x82\x80\x80");
+    const std::pair<std::u16string, const char*> rows[] = {
+        {{0xD800}, "\xED\xA0\x80"},
+        {{0xDBFF, u'x'}, "\xED\xAF\xBFx"},
+        {{0xDC7F}, "\xED\xB1\xBF"},
+        {{0xDD00}, "\xED\xB4\x80"},
+        // Behind a high surrogate the same unit is half of a character, not a byte.
+        {{0xD800, 0xDC80, 0xDC80}, "\xF0\x90\x82\x80\x80"},
+    };
+    for (const auto& [units, bytes] : rows) EXPECT_EQ(VXString(units).GetUTF8String(), bytes);
 }
 
 TEST(VXString, StopsAtTheFirstNul) {
@@ -80,55 +78,32 @@ TEST(VXString, StopsAtTheFirstNul) {
     EXPECT_EQ(VXString("\xC3\xA9", 1).GetUTF8String(), "\xC3") << "bytes behind the size are not looked at";
 }
 
-TEST(VXString, EmptyInEveryWayOwnsNothing) {
-    VXString text("abc");
-    text.truncate(7);
-    EXPECT_EQ(text, "abc");
-    text.truncate(0);
-    EXPECT_EQ(text.begin(), nullptr);
-    text = "abc";
-    text = VXString();
-    EXPECT_EQ(text.begin(), nullptr);
-    text = "abc";
-    const VXString empty;
-    text = empty;
-    EXPECT_EQ(text.begin(), nullptr);
-    const VXString moved = std::move(text += "x");
-    EXPECT_EQ(text.begin(), nullptr);
-    EXPECT_EQ(moved, "x");
-}
-
 TEST(VXString, AssignsAndAppendsFromItself) {
     VXString text("abcdefgh");
     for (int i = 0; i < 4; ++i) text += text;
     EXPECT_EQ(text.length(), 128U);
     EXPECT_EQ(text.substr(120), "abcdefgh");
+    text.truncate(999);
     text.truncate(100);
     text.append(text.GetUnits().substr(98));  // fits without a new block
     EXPECT_EQ(text.substr(96), "abcdcd");
-
     VXString& same = text;
     text = same;
-    EXPECT_EQ(text.length(), 102U);
     text = std::move(same);
     EXPECT_EQ(text.length(), 102U);
     text = text.substr(99, 3);
-    EXPECT_EQ(text, "dcd");
+    const VXString moved = std::move(text += "x");
+    EXPECT_EQ(moved, "dcdx");
+    EXPECT_EQ(text.begin(), nullptr) << "empty in every way owns nothing";
+    text = "abc";
+    text.truncate(0);
+    EXPECT_EQ(text.begin(), nullptr);
 }
 
 TEST(VXString, FindsAndOrdersByUnit) {
-    const VXString text("banana");
-    EXPECT_EQ(text.find(u'n'), 2U);
-    EXPECT_EQ(text.find(u'n', 3), 4U);
-    EXPECT_EQ(text.find("ana", 2), 3U);
-    EXPECT_EQ(text.find(u'x'), static_cast<std::size_t>(-1));
-    EXPECT_EQ(text.find(u'n', 99), VXString::npos);
-    EXPECT_EQ(VXString().find(u'n'), VXString::npos);
-    EXPECT_TRUE(text.substr(6).empty());
-    EXPECT_TRUE(text.substr(99, 1).empty());
-
+    EXPECT_EQ(VXString("banana").find("ana", 2), 3U);
+    EXPECT_EQ(VXString("banana").find(u'n', 99), VXString::npos);
+    EXPECT_TRUE(VXString("banana").substr(99, 1).empty());
     EXPECT_LT(VXString("a"), VXString("aa"));
-    EXPECT_LT(VXString(), VXString("a"));
-    EXPECT_LT(VXString("z"), VXString("\xC3\xA9")) << "units are unsigned";
     EXPECT_LT(VXString("\xF0\x90\x80\x80"), VXString("\xEE\x80\x80")) << "by unit, not by character";
 }
