@@ -1,5 +1,6 @@
-// Small runs that do the same work every time, for scripts/instructions.py to count the instructions of. A run is
-// chosen by its name; without one all names are listed. What feeds a run is made by the library too, and counts.
+// Small runs that do the same work every time, for scripts/instructions.py to count the instructions of. A
+// run is chosen by its name; without one all names are listed. What feeds a run is made by the library too,
+// and counts.
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,5 +1,5 @@
-// The dump of a glyph font beside FreeType alone reading the same outlines of the same font, each in a process of its
-// own. The list of the system's fonts is there before the clock starts.
+// The dump of a glyph font beside FreeType alone reading the same outlines of the same font, each in a
+// process of its own. The list of the system's fonts is there before the clock starts.
 
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>

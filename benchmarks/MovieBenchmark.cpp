@@ -14,8 +14,8 @@ void LargeTags(benchmark::State& state, From from, bool isDumped) {
 
 }  // namespace
 
-// The bounds: small tags 3 to load and 4.5 to load and dump, with 10 times the movie in memory; large tags 2.1
-// and 3.2, with 2.1 times the movie to load.
+// The bounds: small tags 3 to load and 4.5 to load and dump, with 10 times the movie in memory; large tags
+// 2.1 and 3.2, with 2.1 times the movie to load.
 BENCHMARK_CAPTURE(SmallTags, load, From::kFile, false)->Apply(ColdRuns);
 BENCHMARK_CAPTURE(SmallTags, load_from_memory, From::kMemory, false)->Apply(ColdRuns);
 BENCHMARK_CAPTURE(SmallTags, load_and_dump, From::kFile, true)->Apply(ColdRuns);

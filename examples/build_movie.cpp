@@ -39,7 +39,8 @@ int main(int argc, char** argv) {
     auto* background = Append<VXSwfSetBackgroundColorTag>(movie, VXSwfTagFactory::TAG_SETBACKGROUNDCOLOR);
     background->SetRGBColor(VXFlintRGB(0x20, 0x60, 0xA0, 0, 0));
 
-    // What is shown is defined first, under an ID of its own, and then placed. Version 3 has colours with alpha.
+    // What is shown is defined first, under an ID of its own, and then placed. Version 3 has colours with
+    // alpha.
     auto* card = Append<VXSwfDefineShapeTag>(movie, VXSwfTagFactory::TAG_DEFINESHAPE3);
     card->SetCharacterId(1);
     card->CreateRoundedRectangle(0, 0, 160, 120, VXFlintRGB(0xF4, 0xF1, 0xE8, 1, 255), 16);

@@ -1,5 +1,5 @@
-// Loads a movie in both parsing modes and takes it through everything that a host does with one it only reads and
-// writes: descriptions, dumps, a second load, a copy, compression.
+// Loads a movie in both parsing modes and takes it through everything that a host does with one it only reads
+// and writes: descriptions, dumps, a second load, a copy, compression.
 
 #include <algorithm>
 #include <cstdint>
@@ -39,10 +39,10 @@ bool IsAscii(const VXString& text) {
 
 bool AreAscii(const std::vector<VXString>& texts) { return std::all_of(texts.begin(), texts.end(), IsAscii); }
 
-/// Whether a dump that is loaded and dumped again must give the same bytes: for raw tags and for classes that lose
-/// nothing they wrote. A sprite that a limit left raw may be within the limit the next time, a text outside ASCII gets
-/// shorter each time, a value in a field too narrow for it spoils what stands in front, and clip actions go out in the
-/// form of version 6.
+/// Whether a dump that is loaded and dumped again must give the same bytes: for raw tags and for classes that
+/// lose nothing they wrote. A sprite that a limit left raw may be within the limit the next time, a text
+/// outside ASCII gets shorter each time, a value in a field too narrow for it spoils what stands in front,
+/// and clip actions go out in the form of version 6.
 bool IsStable(const VXSwfTag& tag) {
     if (typeid(tag) == typeid(VXSwfTag)) return tag.GetTagType() != VXSwfTagFactory::TAG_DEFINESPRITE;
     if (typeid(tag) == typeid(VXSwfPlaceObject2Tag)) {

@@ -1,5 +1,5 @@
-// Runs one fuzzer's function without libFuzzer: over each file of a corpus, and over damaged forms of it that are
-// the same in every run. Whatever goes wrong ends the process.
+// Runs one fuzzer's function without libFuzzer: over each file of a corpus, and over damaged forms of it that
+// are the same in every run. Whatever goes wrong ends the process.
 
 #include <algorithm>
 #include <cstddef>

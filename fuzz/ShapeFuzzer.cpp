@@ -67,7 +67,8 @@ void BuildGlyph(Input& input) {
     Require(shape.DumpToStream(out) == kVXSuccess);
 }
 
-/// Draws with coordinates of any kind, except those that are merely far: their edges have dashes by the million.
+/// Draws with coordinates of any kind, except those that are merely far: their edges have dashes by the
+/// million.
 class Drawing {
 public:
     Drawing(Input& input, unsigned int version)

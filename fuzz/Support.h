@@ -41,7 +41,8 @@ VXErrorCodeEnum DumpTwice(Dumped& dumped, VXBitStream& out) {
     return result;
 }
 
-/// Loads a tag from a body alone and takes what it is then, complete or not, through all that a host does with one.
+/// Loads a tag from a body alone and takes what it is then, complete or not, through all that a host does
+/// with one.
 inline void ExerciseTag(VXSwfTag& tag, VXBitStream& body, unsigned char version) {
     VXBitStream in;
     VXIgnore(in.WriteWord(static_cast<unsigned short>(tag.GetTagType() << 6 | 63)));

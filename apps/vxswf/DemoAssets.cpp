@@ -86,7 +86,8 @@ ExitCode LoadPhoto(const std::string& file, std::vector<unsigned char> bytes, De
     return CheckSize(file, assets.photoWidth, assets.photoHeight);
 }
 
-/// Where the sound begins: an ID3 tag in front may hold what looks like a frame, such as the head of a picture.
+/// Where the sound begins: an ID3 tag in front may hold what looks like a frame, such as the head of a
+/// picture.
 std::size_t SkipId3(const std::vector<unsigned char>& bytes) {
     constexpr std::size_t kHeader = 10;
     if (bytes.size() < kHeader || bytes[0] != 'I' || bytes[1] != 'D' || bytes[2] != '3') return 0;

@@ -33,8 +33,8 @@ struct DemoTextStyle {
     unsigned int color = kInk;
     unsigned char alpha = 255;
     const char* font = nullptr;  ///< null for the movie's own
-    /// Lets the library measure, in whole pixels and with a run for each character. Otherwise one run is laid out
-    /// here, to the twip.
+    /// Lets the library measure, in whole pixels and with a run for each character. Otherwise one run is laid
+    /// out here, to the twip.
     bool isMeasuredByLibrary = false;
 };
 

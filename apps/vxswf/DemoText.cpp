@@ -72,8 +72,8 @@ void AddFields(DemoStage& stage) {
     html.SetNoSelect(1);
     html.SetText("<b>Bold</b>, <i>italic</i>, <u>underlined</u>");
 
-    // Its glyphs stand to the left of where they should, so that a margin brings them back. The first line lies an
-    // em lower than with another font.
+    // Its glyphs stand to the left of where they should, so that a margin brings them back. The first line
+    // lies an em lower than with another font.
     const char* text = "Embedded glyphs";
     VXSwfDefineFont2Tag& font = stage.GetFont({});
     for (const char* unit = text; *unit != '\0'; ++unit) font.AddGlyphText(static_cast<unsigned char>(*unit));

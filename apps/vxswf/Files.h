@@ -19,6 +19,6 @@ ExitCode LoadMovie(const std::string& file, bool isRaw, VXFlintFile& movie);
 /// output, gets the movie once the dump is whole. What goes wrong has been reported when the call comes back.
 ExitCode SaveMovie(VXFlintFile& movie, const std::string& file);
 
-/// The bytes of a file that is no movie and has `longest` of them at most. What goes wrong has been reported when the
-/// call comes back.
+/// The bytes of a file that is no movie and has `longest` of them at most. What goes wrong has been reported
+/// when the call comes back.
 ExitCode ReadFile(const std::string& file, std::size_t longest, std::vector<unsigned char>& bytes);

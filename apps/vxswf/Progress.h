@@ -4,8 +4,8 @@
 
 #include "vxswf.h"
 
-/// Shows on standard error how far a transfer is: `done` bytes, of `all` when that is not 0. Only on a terminal, only
-/// once the command has run for a second, and not more often than the eye can follow.
+/// Shows on standard error how far a transfer is: `done` bytes, of `all` when that is not 0. Only on a
+/// terminal, only once the command has run for a second, and not more often than the eye can follow.
 void ShowProgress(const char* step, const std::string& file, unsigned long long done, unsigned long long all);
 /// Takes the line away, if one is there. Whoever writes to a terminal calls this first.
 void EraseProgress();

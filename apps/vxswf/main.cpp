@@ -9,7 +9,8 @@
 
 namespace {
 
-/// A list that ends with an argument of its own meaning has its dots in its name, and what stands alone needs no type.
+/// A list that ends with an argument of its own meaning has its dots in its name, and what stands alone needs
+/// no type.
 class Formatter : public CLI::Formatter {
 public:
     std::string make_option_usage(const CLI::Option* option) const override {

@@ -8,8 +8,8 @@
 /// Ends the program when a step of a benchmark failed.
 void Require(bool holds);
 
-/// The clock of one measured run. It counts the time that the process keeps the processor. What is to be timed stands
-/// between `Start` and `Stop`; without a call the whole run counts.
+/// The clock of one measured run. It counts the time that the process keeps the processor. What is to be
+/// timed stands between `Start` and `Stop`; without a call the whole run counts.
 class ColdClock {
 public:
     ColdClock();
@@ -38,8 +38,8 @@ struct ColdSample {
     std::size_t grownBytes = 0;  ///< the same beyond what was resident when the clock started
 };
 
-/// Forks, runs `work` in the child and hands its figures back. The process must have one thread. Ends the program
-/// when the child fails.
+/// Forks, runs `work` in the child and hands its figures back. The process must have one thread. Ends the
+/// program when the child fails.
 ColdSample RunCold(const ColdWork& work);
 
 /// Runs `reference` and `work` by turns, each time in a fresh process, and reports:

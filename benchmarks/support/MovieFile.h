@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-/// A plain movie in a temporary file that goes with the object. It is made in a process of its own, so that the one
-/// which starts the measured runs holds no memory that they could find warm.
+/// A plain movie in a temporary file that goes with the object. It is made in a process of its own, so that
+/// the one which starts the measured runs holds no memory that they could find warm.
 class MovieFile {
 public:
     /// Writes a header, the tags that `make` gives, with their own headers, and an end tag.
@@ -34,6 +34,6 @@ private:
 void AppendTag(std::vector<unsigned char>& tags, unsigned int type, const unsigned char* body,
                std::size_t size);
 
-/// The plain reference that loads are measured against: walks the headers of a movie and does one `malloc` and one
-/// `memcpy` for each tag. Frees nothing. Answers the number of tags.
+/// The plain reference that loads are measured against: walks the headers of a movie and does one `malloc`
+/// and one `memcpy` for each tag. Frees nothing. Answers the number of tags.
 std::size_t TagCopy(const unsigned char* movie, std::size_t size);

@@ -9,7 +9,8 @@ namespace {
 
 constexpr int kSide = 64;  // pixels
 
-/// A bitmap is seen through a shape that it fills. The last argument of `CreateShapeForImage` would repeat it.
+/// A bitmap is seen through a shape that it fills. The last argument of `CreateShapeForImage` would repeat
+/// it.
 void Show(VXFlintFile& movie, Ids& ids, const VXSwfDefinitionTag& bitmap, int width, int height, double x) {
     auto& shape = Define<VXSwfDefineShapeTag>(movie, ids, VXSwfTagFactory::TAG_DEFINESHAPE3);
     shape.CreateShapeForImage(bitmap.GetCharacterId(), 0, 0, width, height, width, height, 0);

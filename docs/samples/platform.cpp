@@ -80,8 +80,8 @@ std::string g_LastMessage;  // of the one thread that asks for it here
 
 void TakeMessage(const char* message) { g_LastMessage = message; }
 
-/// A type engine of the host: procedures by name, null for those that it does not have. This one says of every
-/// font that its lines are 1 em high, and knows nothing else.
+/// A type engine of the host: procedures by name, null for those that it does not have. This one says of
+/// every font that its lines are 1 em high, and knows nothing else.
 TYError HostMetrics(TYFontDict, float* first, float* second, float* third) {
     if (first != nullptr) *first = 0.75F;
     if (second != nullptr) *second = 0.25F;

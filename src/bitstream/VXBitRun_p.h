@@ -4,8 +4,8 @@
 
 #include "bitstream/VXBitStream.h"
 
-/// Bit fields that follow each other, held back so that several go to the stream in one write. What comes out is what
-/// `WriteBits` and `WriteSBits` would have made of each; like those, no step reports a failure.
+/// Bit fields that follow each other, held back so that several go to the stream in one write. What comes out
+/// is what `WriteBits` and `WriteSBits` would have made of each; like those, no step reports a failure.
 class VXBitRun {
 public:
     explicit VXBitRun(VXBitStream& out) : m_Out(out) {}
@@ -48,8 +48,8 @@ private:
         m_Bits = m_Bits << count | bits;
         m_Count += count;
     }
-    // A value that is wider than its field spoils the bits that are pending then, and none in front of those. Neither
-    // takes the object, so that its fields can stay in registers.
+    // A value that is wider than its field spoils the bits that are pending then, and none in front of those.
+    // Neither takes the object, so that its fields can stay in registers.
     static void WriteWide(VXBitStream& out, unsigned int value, unsigned int count);
     static void WriteSignedWide(VXBitStream& out, int value, unsigned int count);
 

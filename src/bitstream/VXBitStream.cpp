@@ -262,8 +262,8 @@ void VXBitStream::WriteRun(std::uint64_t bits, unsigned int count) {
     m_Size = m_Position;
 }
 
-/// Puts out the whole bytes of `bits`, the first at bit `left` and above, where they cannot be stored at once. A byte
-/// that finds no room is lost.
+/// Puts out the whole bytes of `bits`, the first at bit `left` and above, where they cannot be stored at
+/// once. A byte that finds no room is lost.
 void VXBitStream::WriteBytesOf(std::uint64_t bits, unsigned int left) {
     for (; left >= 8; left -= 8) {
         const auto byte = static_cast<unsigned char>(bits >> left);

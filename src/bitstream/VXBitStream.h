@@ -65,13 +65,13 @@ public:
 
     /// Sends writes and positions to `stream`, which is not owned; null brings them back to the buffer.
     void SetOutputStream(IVXStream* stream) { m_Stream = stream; }
-    /// Whether bytes were lost since the start, the last `Clean` or the last `ForgetFailure`: a write found no room,
-    /// the output stream took only a part, or it did not reach a position. Most writes of bits and text do not
-    /// report that themselves.
+    /// Whether bytes were lost since the start, the last `Clean` or the last `ForgetFailure`: a write found
+    /// no room, the output stream took only a part, or it did not reach a position. Most writes of bits and
+    /// text do not report that themselves.
     bool HasFailed() const { return m_HasFailed; }
     void ForgetFailure() { m_HasFailed = false; }
-    /// How often a stream of this thread was refused memory. Who drops the results of writes and loads compares
-    /// the count before and after.
+    /// How often a stream of this thread was refused memory. Who drops the results of writes and loads
+    /// compares the count before and after.
     static unsigned int GetNumRefusals();
     /// Where `StreamedCompress` and the stream form of `Compress` put their result. Not owned.
     void SetCompressionStream(IVXStream* stream) { m_CompressionStream = stream; }

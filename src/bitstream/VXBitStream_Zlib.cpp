@@ -79,8 +79,8 @@ private:
 
 enum class Inflation { kDone, kBadData, kNoMemory };
 
-/// Inflates to `offset` in `block`, at most `most` bytes, and stores how many came. A header may claim what it
-/// likes, so beyond what movies have the block grows with what is there.
+/// Inflates to `offset` in `block`, at most `most` bytes, and stores how many came. A header may claim what
+/// it likes, so beyond what movies have the block grows with what is there.
 Inflation Inflate(const unsigned char* data, unsigned int length, std::uint64_t most, unsigned int offset,
                   Block& block, std::uint64_t& size) {
     constexpr std::uint64_t kUsual = 16;

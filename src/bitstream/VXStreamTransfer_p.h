@@ -20,8 +20,8 @@ inline unsigned int VXTransfer(IVXStream& stream, unsigned char* data, unsigned 
     return done;
 }
 
-/// Goes to a position counted from the start; the offset of a seek is signed, so a far one takes several. False
-/// when the stream is not there afterwards.
+/// Goes to a position counted from the start; the offset of a seek is signed, so a far one takes several.
+/// False when the stream is not there afterwards.
 inline bool VXSeekTo(IVXStream& stream, unsigned int position) {
     unsigned int done = std::min<unsigned int>(position, INT_MAX);
     stream.Seek(static_cast<int>(done), kVXSeekFromStart);

@@ -30,7 +30,8 @@ struct VXBucketSWFIDGenerator::Bucket {
     std::size_t numSorted = 0;    // so many from the front stand in order; the rest was handed out since
     unsigned short numTaken = 0;  // so many from the front are the first IDs of the bucket, without a gap
 
-    /// Does nothing to IDs that are in order, so that a full bucket which is chosen over and over costs no more.
+    /// Does nothing to IDs that are in order, so that a full bucket which is chosen over and over costs no
+    /// more.
     void Sort(unsigned short first) {
         if (numSorted == ids.size()) return;
         const auto fresh = ids.begin() + static_cast<std::ptrdiff_t>(numSorted);

@@ -38,8 +38,9 @@ public:
     VXErrorCodeEnum DumpHdrToStream(VXBitStream& out);
     VXErrorCodeEnum DumpEndTagToStream(VXBitStream& out);
     /// Writes the whole movie from position 0 and sets its length field. With the signature of a compressed
-    /// movie the stream must have a compression stream; 44 when that fails. 1 when the output stream did not take
-    /// all that was written or did not reach a position, 44 for a compressed movie, and 1 when memory runs out.
+    /// movie the stream must have a compression stream; 44 when that fails. 1 when the output stream did not
+    /// take all that was written or did not reach a position, 44 for a compressed movie, and 1 when memory
+    /// runs out.
     ///
     /// Kept: a stream in memory takes no compression, so it then holds a plain body under the signature 'C'.
     /// The end tag goes to the end of the stream, behind bytes that it held there before.

@@ -108,8 +108,8 @@ protected:
     unsigned char* GetFirstWord() const;
     /// Bytes of the body in force that are really there.
     unsigned int GetBodySize() const;
-    /// The body kept from the load, for classes that go on using its bytes. They share it, and detach what they
-    /// share before they change it.
+    /// The body kept from the load, for classes that go on using its bytes. They share it, and detach what
+    /// they share before they change it.
     const VXByteBlock& GetKeptBody() const { return m_Data; }
 
 private:

@@ -72,8 +72,8 @@ public:
     // Editing. Only `IncludeTag` with a frame counts ShowFrame tags, and only the frame −1 reaches
     // `UpdateTagLists`.
 
-    /// Inserts before `before` and touches nothing else. As with every `IncludeTag` and `AppendTag`, the tag is
-    /// the set's from the call on: one that stands nowhere is deleted when memory runs out.
+    /// Inserts before `before` and touches nothing else. As with every `IncludeTag` and `AppendTag`, the tag
+    /// is the set's from the call on: one that stands nowhere is deleted when memory runs out.
     void IncludeTag(VXSwfTag* tag, TagIter before);
     void AppendTag(VXSwfTag* tag);
     /// Puts the pointers of a range, of this set or another, before `before`; both then hold the tags.

@@ -41,9 +41,9 @@ public:
     void AddCurveToGlyphShape(float x1, float y1, float cx, float cy, float x2, float y2);
     void AddEndShapeRecord();
     /// Appends a path of `count` entries, truncated to whole units, and closes what the path closes. Null
-    /// pointers stand for an empty path. The coordinates are read as the kinds say, two for each entry. A curve
-    /// without a point in front or without its three entries, and what is not a number or lies beyond 2^24, is
-    /// passed over.
+    /// pointers stand for an empty path. The coordinates are read as the kinds say, two for each entry. A
+    /// curve without a point in front or without its three entries, and what is not a number or lies beyond
+    /// 2^24, is passed over.
     void CreateShapeFromPathData(unsigned int count, float* points, const KVMPointType* kinds);
 
     unsigned int NumFillBits = 0;  ///< as read; not written

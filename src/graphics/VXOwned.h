@@ -4,8 +4,8 @@
 #include <memory>
 #include <utility>
 
-/// A `unique_ptr` that converts from and to the plain pointer, as hosts pass it: an object made with `new` is taken over
-/// by `owner = new Object`, and is used like the pointer. Nobody else deletes it.
+/// A `unique_ptr` that converts from and to the plain pointer, as hosts pass it: an object made with `new` is
+/// taken over by `owner = new Object`, and is used like the pointer. Nobody else deletes it.
 template <typename T>
 class VXOwned : public std::unique_ptr<T> {
 public:

@@ -27,8 +27,8 @@ inline VXErrorCodeEnum VXDumpStyleCount(VXBitStream& out, unsigned short count) 
 template <typename Style>
 VXErrorCodeEnum VXLoadStyles(VXBitStream& in, unsigned int count, short useAlpha,
                              std::vector<Style>& styles) {
-    // The array keeps its new size when the data ends early, as far as a short count reaches. A long one may lie:
-    // a style takes at least a byte, so the first one that finds no place finds no byte either.
+    // The array keeps its new size when the data ends early, as far as a short count reaches. A long one may
+    // lie: a style takes at least a byte, so the first one that finds no place finds no byte either.
     const std::size_t room = std::max<std::size_t>({styles.size(), in.GetRemaining(), 0xFF});
     styles.resize(std::min<std::size_t>(count, room));
     for (Style& style : styles) {

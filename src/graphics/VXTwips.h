@@ -29,8 +29,8 @@ inline int VXToTwips(VXReal pixels) {
     const VXReal twips = pixels * kVXTwipsPerPixel + 0.5;
     if (!(twips > -2147483648.0 && twips < 2147483648.0)) [[unlikely]]
         return VXTruncate(twips);
-    // A floor without the call that it is where the processor's rounding cannot be counted on, and without a branch
-    // on the sign.
+    // A floor without the call that it is where the processor's rounding cannot be counted on, and without a
+    // branch on the sign.
     const int cut = static_cast<int>(twips);
     return cut - (cut > twips ? 1 : 0);
 }
@@ -46,8 +46,8 @@ inline VXErrorCodeEnum VXReadTwips(VXBitStream& in, unsigned int bits, VXReal& p
     return kVXSuccess;
 }
 
-/// The width that a group of signed fields takes on the wire. The greatest of them has as many bits as all laid over
-/// each other, which are found without a branch.
+/// The width that a group of signed fields takes on the wire. The greatest of them has as many bits as all
+/// laid over each other, which are found without a branch.
 inline unsigned int VXFieldWidth(int a, int b = 0, int c = 0, int d = 0) {
     const unsigned int all = VXBitStream::Magnitude(a) | VXBitStream::Magnitude(b) |
                              VXBitStream::Magnitude(c) | VXBitStream::Magnitude(d);

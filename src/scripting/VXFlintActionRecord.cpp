@@ -41,8 +41,8 @@ private:
     std::size_t m_Count = 0;
 };
 
-/// A payload that is being changed, with all its free room at one place, so that what lies behind a change does not
-/// move.
+/// A payload that is being changed, with all its free room at one place, so that what lies behind a change
+/// does not move.
 class GapText {
 public:
     explicit GapText(std::string_view text)
@@ -190,9 +190,9 @@ short VXFlintActionRecord::ReplaceString(const VXString& from, const VXString& t
         std::none_of(payload.begin(), payload.end(), [&](char byte) { return first.Take(byte); }))
         return 0;
 
-    // A pass begins where the one before made its first replacement: up to there it would find the same. Behind the
-    // last one, where so many bytes were left, that one found nothing, and no more will be found once both have
-    // matched as much.
+    // A pass begins where the one before made its first replacement: up to there it would find the same.
+    // Behind the last one, where so many bytes were left, that one found nothing, and no more will be found
+    // once both have matched as much.
     const bool bringsItself = newText.find(oldText) != std::string::npos;
     const std::size_t passedOver = (bringsItself ? newText.size() : oldText.size()) + 1;
     GapText text(payload);

@@ -76,8 +76,8 @@ public:
     /// bytes is not made and ends the call. An empty `from` is nowhere.
     ///
     /// Kept: as many UTF-8 bytes count as the texts have 16-bit units, and a `from` outside ASCII is found
-    /// nowhere. The search is a simple one: a byte that ends a partial match does not begin the next, so "aab"
-    /// does not hold "ab", and neither does the byte behind a replacement.
+    /// nowhere. The search is a simple one: a byte that ends a partial match does not begin the next, so
+    /// "aab" does not hold "ab", and neither does the byte behind a replacement.
     short ReplaceString(const VXString& from, const VXString& to, int& delta);
 
     VXFlintActionData m_ActionData;

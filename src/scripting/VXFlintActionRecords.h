@@ -34,14 +34,14 @@ public:
     /// this list closes with an action of code 0, they go in front of that one, and those of code 0 are left
     /// out.
     void Copy(const VXFlintActionRecords& source, short beforeEnd);
-    /// Appends a call of the function `name` with one argument, its result thrown away: Push, CallFunction and
-    /// Pop.
+    /// Appends a call of the function `name` with one argument, its result thrown away: Push, CallFunction
+    /// and Pop.
     ///
     /// Kept: a name outside ASCII is cut short.
     void InsertCallFunction(VXString name, int argument);
 
-    /// Appends `record`, which the list owns from here on, along with other lists that have it; without memory it
-    /// is gone. Null is ignored.
+    /// Appends `record`, which the list owns from here on, along with other lists that have it; without
+    /// memory it is gone. Null is ignored.
     void PushActionRecord(VXFlintActionRecord* record);
     bool empty() const { return !m_Packed && m_Records.empty(); }
     std::size_t size() const;

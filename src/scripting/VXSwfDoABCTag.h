@@ -21,8 +21,8 @@ public:
     /// tag promises some.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
-    /// Takes over `data`, an array of `length` bytes made with `new[]`, or null. The array that it replaces is
-    /// never freed here: from this call on it belongs to the caller, who got it from `GetABCData`.
+    /// Takes over `data`, an array of `length` bytes made with `new[]`, or null. The array that it replaces
+    /// is never freed here: from this call on it belongs to the caller, who got it from `GetABCData`.
     void SetABCData(unsigned char* data, unsigned int length);
     /// The tag owns the array, and frees it when it goes.
     unsigned char* GetABCData() const { return m_ABCData.get(); }

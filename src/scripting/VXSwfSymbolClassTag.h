@@ -17,8 +17,8 @@ public:
     /// afterwards. Null does nothing.
     void UpdateReferenceIDs(VXFlintIDMap* map) override;
     ~VXSwfSymbolClassTag() override;
-    /// Appends what it reads. 1 when the table ends early; the entries read by then stay, and `m_NumSymbols` is
-    /// as stated.
+    /// Appends what it reads. 1 when the table ends early; the entries read by then stay, and `m_NumSymbols`
+    /// is as stated.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
     /// Gives `id` a class, in place of the one that it may have. A 65,536th entry is not added.

@@ -54,9 +54,9 @@ public:
 
 using BezShapes = std::vector<std::unique_ptr<BezShape>, VXPoolAllocator<std::unique_ptr<BezShape>>>;
 
-/// Has a visitor see the pieces in their order along the curve, each as soon as it is found. `points` has x and
-/// y of the start, both control points and the end; `tolerance` is the square of the distance in pixels by which
-/// a control point may be off.
+/// Has a visitor see the pieces in their order along the curve, each as soon as it is found. `points` has x
+/// and y of the start, both control points and the end; `tolerance` is the square of the distance in pixels
+/// by which a control point may be off.
 ///
 /// A curve with a coordinate that is not finite or beyond 110,000,000 pixels, or with a tolerance that is not
 /// above 0, becomes a line from start to end, or nothing when one of these is not finite.

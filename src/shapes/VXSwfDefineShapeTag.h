@@ -73,8 +73,8 @@ public:
     void AddStraightEdge(VXReal x1, VXReal y1, VXReal x2, VXReal y2);
     /// A quadratic curve, never cut into dashes.
     void AddCurvedEdge(VXReal x1, VXReal y1, VXReal cx, VXReal cy, VXReal x2, VXReal y2);
-    /// A cubic curve, as straight and quadratic edges that are off by a tenth of a pixel at most, dashed as those of
-    /// the straight kind are.
+    /// A cubic curve, as straight and quadratic edges that are off by a tenth of a pixel at most, dashed as
+    /// those of the straight kind are.
     void AddCurvedEdge(VXReal x1, VXReal y1, VXReal c1x, VXReal c1y, VXReal c2x, VXReal c2y, VXReal x2,
                        VXReal y2);
     /// Closes the path with one solid edge, from where the rounded deltas lead to where the path began. It is
@@ -91,8 +91,8 @@ public:
     VXFlintShapeStyleChangeRecord* CreateMoveToRecord(VXReal x, VXReal y);
 
     // Whole shapes in one call, in pixels: bounds, styles, outline and end. They append to what is there. The
-    // fill lies on the right of the edges. Those with a colour add a line style of the first kind, so they are
-    // for the types below 83; only the straight line selects it.
+    // fill lies on the right of the edges. Those with a colour add a line style of the first kind, so they
+    // are for the types below 83; only the straight line selects it.
 
     void CreateRectangle(int left, int top, int right, int bottom, const VXFlintRGB& color);
     void CreateRectangleWithFillStyle(int left, int top, int right, int bottom, const VXFlintFillStyle& fill);

@@ -9,7 +9,8 @@
 
 namespace {
 
-/// Loads `count` entries. The table grows as they come, so that a count from a file takes no memory by itself.
+/// Loads `count` entries. The table grows as they come, so that a count from a file takes no memory by
+/// itself.
 template <typename Entry, typename Read>
 VXErrorCodeEnum LoadTable(std::vector<Entry>& table, unsigned int count, const Read& read) {
     if (table.size() > count) table.resize(count);
@@ -121,7 +122,8 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpFields(VXBitStream& body) {
     VX_RETURN_IF_FAILED(body.WriteVXBool16(m_Italic));
     VX_RETURN_IF_FAILED(body.WriteVXBool16(m_Bold));
     VX_RETURN_IF_FAILED(body.WriteByte(m_LanguageCode));
-    // Kept: counts units and writes UTF-8, which has at least as many bytes, so a name outside ASCII is cut short.
+    // Kept: counts units and writes UTF-8, which has at least as many bytes, so a name outside ASCII is cut
+    // short.
     m_NameLength = static_cast<unsigned char>(m_FontName.length());
     VX_RETURN_IF_FAILED(body.WriteByte(m_NameLength));
     VX_RETURN_IF_FAILED(body.Write(m_FontName.GetUTF8String().data(), m_NameLength));

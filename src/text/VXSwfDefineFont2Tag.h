@@ -9,9 +9,9 @@
 #include "platform/VXString.h"
 #include "platform/VXTypes.h"
 
-/// A font, of one of two kinds. A device font is a name, and the player draws it from fonts of its own. A glyph
-/// font carries outlines: it collects the characters that texts need, and every dump fetches their outlines,
-/// advances and bounds from the type engine.
+/// A font, of one of two kinds. A device font is a name, and the player draws it from fonts of its own. A
+/// glyph font carries outlines: it collects the characters that texts need, and every dump fetches their
+/// outlines, advances and bounds from the type engine.
 ///
 ///     types 48 and 75:
 ///     CharacterId u16
@@ -28,9 +28,9 @@
 ///     BoundsTable VXFlintRectangle[NumGlyphs]
 ///     KerningCount u16 = 0                                       a load wants it in any case
 ///
-/// Offsets count from the start of the offset table. Built by code only: in a loaded movie both types stay raw. A
-/// table with fewer than `m_NumGlyphs` entries goes out with zeros or empty rectangles behind them; of shapes all
-/// there are go out, whatever the count.
+/// Offsets count from the start of the offset table. Built by code only: in a loaded movie both types stay
+/// raw. A table with fewer than `m_NumGlyphs` entries goes out with zeros or empty rectangles behind them; of
+/// shapes all there are go out, whatever the count.
 ///
 /// Kept: load and dump do not agree. A load takes one byte more for each glyph than a dump writes, wants a
 /// kerning count without layout too, and drops all kerning; a dump writes the three metrics twenty times as
@@ -46,27 +46,28 @@ public:
     using VXSwfDefinitionTag::DumpToStream;
     /// Fills the tables of a glyph font first. The result is that of writing the finished tag.
     ///
-    /// Kept: takes a tag out of `VXFontPublishManager` under its name with bold and italic exchanged, so one that
-    /// is bold and not italic, or the other way round, stays there.
+    /// Kept: takes a tag out of `VXFontPublishManager` under its name with bold and italic exchanged, so one
+    /// that is bold and not italic, or the other way round, stays there.
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
     /// The publish manager is not told; it skips tags that are gone.
     ~VXSwfDefineFont2Tag() override;
-    /// 1 when the body ends early; what was read by then stays. Shapes that are there already get the new records
-    /// behind their own. `m_FontKind` stays too, so that a tag fresh from the factory is a device font with tables,
-    /// which go out as they are.
+    /// 1 when the body ends early; what was read by then stays. Shapes that are there already get the new
+    /// records behind their own. `m_FontKind` stays too, so that a tag fresh from the factory is a device
+    /// font with tables, which go out as they are.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
-    /// Makes this a font without glyphs. Tables and characters of an earlier use stay, as with the next one. Always
-    /// 0.
+    /// Makes this a font without glyphs. Tables and characters of an earlier use stay, as with the next one.
+    /// Always 0.
     VXErrorCodeEnum CreateDeviceFont(const VXString& name, short bold, short italic);
     /// Makes this a font whose glyphs each dump fetches. Always 0.
     VXErrorCodeEnum CreateGlyphFont(const VXString& name, short bold, short italic);
     /// Wants a character, a single UTF-16 unit. One that is wanted already may come again.
     void AddGlyphText(unsigned short c) { m_GlyphText.push_back(c); }
-    /// Sorts the characters, so that the index of one is that of its glyph, and counts them. Every dump of a glyph
-    /// font does so first.
+    /// Sorts the characters, so that the index of one is that of its glyph, and counts them. Every dump of a
+    /// glyph font does so first.
     void UpdateForGlyphFont();
-    /// Index of a character in the text, −1 when it is not there. It is that of the glyph once the text is sorted.
+    /// Index of a character in the text, −1 when it is not there. It is that of the glyph once the text is
+    /// sorted.
     int GetIndexOfChar(unsigned short c) const;
     /// The right end of a glyph's bounds, in pixels; 0 for an index out of range.
     ///

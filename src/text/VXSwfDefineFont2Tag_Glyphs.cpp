@@ -18,7 +18,8 @@ short Truncate16(VXReal value) { return static_cast<short>(VXTruncate(value)); }
 
 bool HasOutline(char16_t c) { return c != u'\n' && c != u'\r' && c != u'\t'; }
 
-/// Moves every point to the right. Answers what is then around all of them, controls included; empty around none.
+/// Moves every point to the right. Answers what is then around all of them, controls included; empty around
+/// none.
 VXFlintRectangle Shift(unsigned int count, float* points, float distance) {
     VXFlintRectangle bounds;
     if (count == 0) return bounds;
@@ -39,8 +40,8 @@ VXFlintRectangle Shift(unsigned int count, float* points, float distance) {
     return bounds;
 }
 
-/// Appends the outline of a character at 1024 units to the em, and stores its bounds. Both stay as they are where
-/// there is no engine.
+/// Appends the outline of a character at 1024 units to the em, and stores its bounds. Both stay as they are
+/// where there is no engine.
 void AddOutline(VXFlintShape& shape, unsigned short c, float em, const CTYFontDict& font, VXString& fontName,
                 VXFlintRectangle& bounds) {
     CGFMSharedBezierPath path = GFMNewSharedBezierPath(kPathCapacity);

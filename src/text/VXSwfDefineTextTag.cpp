@@ -11,8 +11,8 @@
 
 namespace {
 
-// Two bytes make a run of 255 glyphs when both widths are 0, and at the end of a body glyphs of 255 bits come from
-// nothing, so what a byte can ask for, in memory or in a dump, has a limit.
+// Two bytes make a run of 255 glyphs when both widths are 0, and at the end of a body glyphs of 255 bits come
+// from nothing, so what a byte can ask for, in memory or in a dump, has a limit.
 constexpr std::uint64_t kMostPerByte = 256;
 constexpr std::uint64_t kFree = 255 * sizeof(VXFlintGlyphEntry);  // one run, however short the body
 

@@ -18,17 +18,19 @@
 class VXSWF_API VXSwfDefineTextTag : public VXSwfDefinitionTag {
 public:
     using VXSwfDefinitionTag::DumpToStream;
-    /// A text with no font pointer in its runs goes out with the widths and bounds that it has. Otherwise they are
-    /// worked out first from the fonts, the characters and the offsets of the runs, and stored.
+    /// A text with no font pointer in its runs goes out with the widths and bounds that it has. Otherwise
+    /// they are worked out first from the fonts, the characters and the offsets of the runs, and stored.
     ///
     /// Kept: only the widths come from the fonts; the entries written are those of the runs. What stands in
-    /// `m_Bounds.XMax`, even a right end from the load or the last dump, is taken for twips and divided by 20.
+    /// `m_Bounds.XMax`, even a right end from the load or the last dump, is taken for twips and divided by
+    /// 20.
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
     /// Of the fonts of all runs.
     void UpdateReferenceIDs(VXFlintIDMap* map) override;
     ~VXSwfDefineTextTag() override;
-    /// Appends runs up to the end of the list or to one that fails, which are both good. 1 when bounds or matrix are
-    /// not there, and when glyphs that take no bits would take more than 256 times the bytes of the body.
+    /// Appends runs up to the end of the list or to one that fails, which are both good. 1 when bounds or
+    /// matrix are not there, and when glyphs that take no bits would take more than 256 times the bytes of
+    /// the body.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
     VXFlintRectangle m_Bounds;

@@ -27,10 +27,11 @@ struct VXFlintGlyphEntry {
 ///     GlyphCount u8
 ///     GlyphIndex ub[GlyphBits], GlyphAdvance sb[AdvanceBits]        GlyphCount times
 ///
-/// It starts on a byte; its dump leaves the stream in mid-byte. A first byte of 0 is the end of a list of runs.
+/// It starts on a byte; its dump leaves the stream in mid-byte. A first byte of 0 is the end of a list of
+/// runs.
 ///
-/// A run that a host builds stands for one character in one font, repeated `m_GlyphCount` times. The tag that it
-/// goes into works out widths and bounds from the two; the entries that go out are those of the run.
+/// A run that a host builds stands for one character in one font, repeated `m_GlyphCount` times. The tag that
+/// it goes into works out widths and bounds from the two; the entries that go out are those of the run.
 class VXSWF_API VXSwfTextStyleChangeRecord {
 public:
     VXSwfTextStyleChangeRecord() = default;
@@ -44,8 +45,8 @@ public:
     ///
     /// Kept: a glyph count or an index for which there are no bits left is no failure.
     VXErrorCodeEnum LoadFromStream(VXBitStream& in);
-    /// Entries that are missing go out as index 0 and advance 0. A value wider than its field spoils the bits in
-    /// front.
+    /// Entries that are missing go out as index 0 and advance 0. A value wider than its field spoils the bits
+    /// in front.
     VXErrorCodeEnum DumpToStream(VXBitStream& out) const;
     /// Of the font. An ID that the map does not have gets an entry of 0 there.
     void UpdateReferenceIDs(VXFlintIDMap* map);

@@ -76,7 +76,8 @@ void VXFlintButtonRecord::ReadFilterList(VXBitStream& in) {
     for (int i = 0; i < count; ++i) {
         unsigned char id = 0;
         if (in.ReadByte(id) != kVXSuccess) break;
-        // A filter that would end behind the body moves nothing, and the next ID is looked for where it began.
+        // A filter that would end behind the body moves nothing, and the next ID is looked for where it
+        // began.
         in.MovePosition(MeasureFilter(in, id));
     }
     unsigned int size = in.GetPosition() - start;

@@ -13,9 +13,9 @@ enum VXFlintFilterID : int {
     kVXFlintFilterShadow = 0,
 };
 
-/// A graphic effect of a placement, made by a host with `new` and handed to `VXSwfPlaceObject3Tag`, which owns
-/// it from then on, along with every other tag that got it. Filters are written and never parsed: a loaded
-/// placement keeps those bytes as they are.
+/// A graphic effect of a placement, made by a host with `new` and handed to `VXSwfPlaceObject3Tag`, which
+/// owns it from then on, along with every other tag that got it. Filters are written and never parsed: a
+/// loaded placement keeps those bytes as they are.
 class VXSWF_API VXFlintFilter {
 public:
     explicit VXFlintFilter(const VXFlintFilterID& filterID) : FilterID(filterID) {}

@@ -16,8 +16,8 @@ public:
     /// 1 without the reserved word, and without a byte behind it.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
-    /// Takes as many bytes as the whole stream has, from where it stands on; what does not come is zero. 1 for null,
-    /// which changes nothing.
+    /// Takes as many bytes as the whole stream has, from where it stands on; what does not come is zero. 1
+    /// for null, which changes nothing.
     VXErrorCodeEnum SetBinaryData(IVXStream* stream);
     const unsigned char* GetBinaryData() const { return BinaryData.GetBytes(); }
     unsigned int GetBinaryDataSize() const { return BinaryData.GetSize(); }

@@ -7,7 +7,8 @@
 
 namespace {
 
-// A dump gives an action that was cut short its stated length, with zeros. A byte of a body may ask for so many.
+// A dump gives an action that was cut short its stated length, with zeros. A byte of a body may ask for so
+// many.
 constexpr std::uint64_t kMostZerosPerByte = 256;
 
 unsigned int BytesLacking(const VXFlintActionRecords& cutList) {

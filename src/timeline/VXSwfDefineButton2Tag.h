@@ -26,16 +26,17 @@ public:
     using VXSwfDefinitionTag::DumpToStream;
     /// Sizes of conditions are computed, and the last one is 0.
     ///
-    /// Kept: for a loaded button the offset to the conditions goes out 3 lower than it came. A button built by code has
-    /// the true one.
+    /// Kept: for a loaded button the offset to the conditions goes out 3 lower than it came. A button built
+    /// by code has the true one.
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
-    /// Replaces the characters of the records. An ID of 0 is not looked up, and an answer of 0 leaves the old ID.
+    /// Replaces the characters of the records. An ID of 0 is not looked up, and an answer of 0 leaves the old
+    /// ID.
     void UpdateReferenceIDs(VXFlintIDMap* map) override;
     ~VXSwfDefineButton2Tag() override;
-    /// 1 without flags or offset; records and conditions that fail are kept as far as they were read and not reported.
-    /// The chain of conditions ends where it comes back to a place, where it leaves the body, and once the conditions
-    /// together have taken more bytes than the body has. 1 also when actions that are cut short lack more than 256
-    /// times the bytes of the body.
+    /// 1 without flags or offset; records and conditions that fail are kept as far as they were read and not
+    /// reported. The chain of conditions ends where it comes back to a place, where it leaves the body, and
+    /// once the conditions together have taken more bytes than the body has. 1 also when actions that are cut
+    /// short lack more than 256 times the bytes of the body.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
     /// Appends a record for the states that are non-zero.

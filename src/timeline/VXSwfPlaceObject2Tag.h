@@ -37,8 +37,8 @@ public:
 
     // The virtual operations stand in slot order; `SetDepth` adds the eighteenth.
 
-    /// Regenerates header and body. Sets `HasCharacter` for a character other than 0 and `HasClipActions` when
-    /// `ClipActions` has a handler, and makes `HasName` tell whether there is a name.
+    /// Regenerates header and body. Sets `HasCharacter` for a character other than 0 and `HasClipActions`
+    /// when `ClipActions` has a handler, and makes `HasName` tell whether there is a name.
     ///
     /// Kept: no flag but `HasName` is ever cleared, and no other is worked out.
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;

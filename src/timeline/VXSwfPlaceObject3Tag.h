@@ -18,9 +18,10 @@
 ///               0 u8                                     when HasBlendMode
 ///               ClipActions                              when HasClipActions
 ///
-/// A loaded one keeps its body and is written from that for life, so that filters, blend mode and clip actions
-/// of any kind survive; of its fields only depth, clip depth and character reach the bytes. A load reads up to
-/// the clip depth to find these, and takes a class name also when `HasImage` and `HasCharacter` are set.
+/// A loaded one keeps its body and is written from that for life, so that filters, blend mode and clip
+/// actions of any kind survive; of its fields only depth, clip depth and character reach the bytes. A load
+/// reads up to the clip depth to find these, and takes a class name also when `HasImage` and `HasCharacter`
+/// are set.
 ///
 /// Kept: a load never sets `HasName`, reads no name, and takes the first two bytes of a name for the clip
 /// depth when both are there. The blend mode that a dump writes is always 0.
@@ -30,15 +31,15 @@ public:
     VXSwfPlaceObject3Tag(const VXSwfPlaceObject3Tag&) = default;
     VXSwfPlaceObject3Tag& operator=(const VXSwfPlaceObject3Tag&) = default;
 
-    /// Writes the kept body. Without one it regenerates the body as type 26 does and makes `HasFilterList` tell
-    /// whether there are filters. Both take the long header.
+    /// Writes the kept body. Without one it regenerates the body as type 26 does and makes `HasFilterList`
+    /// tell whether there are filters. Both take the long header.
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
     /// Reaches a kept body when `HasCharacter` is set.
     void SetReferencedID(unsigned short id) override;
     ~VXSwfPlaceObject3Tag() override;
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
-    /// With a non-zero `adjustClip` and `HasClipDepth` the clip depth becomes `depth` itself. Both reach a kept
-    /// body.
+    /// With a non-zero `adjustClip` and `HasClipDepth` the clip depth becomes `depth` itself. Both reach a
+    /// kept body.
     void SetDepth(unsigned short depth, short adjustClip) override;
 
     /// The effects of a placement that do not change over time, written in this order. The tag owns them from

@@ -7,8 +7,8 @@
 ///
 ///     type 9:  RGB
 ///
-/// Built by code only: in a loaded movie the type stays raw. A colour that was given with `UseAlpha` 1 takes its alpha
-/// byte to the wire.
+/// Built by code only: in a loaded movie the type stays raw. A colour that was given with `UseAlpha` 1 takes
+/// its alpha byte to the wire.
 class VXSWF_API VXSwfSetBackgroundColorTag : public VXSwfControlTag {
 public:
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;

@@ -264,7 +264,8 @@ TEST_F(Command, MergePlacesEachSourceOnTop) {
 TEST_F(Command, DemoHasATagOfEveryClassAndComesBackAsItIs) {
     ExpectRun("vxswf demo - >d.swf && vxswf copy --raw --plain d.swf r.swf && vxswf copy r.swf p.swf");
     EXPECT_EQ(ReadFile(At("d.swf"))[0], 'C');
-    // What this library writes is what it would write again, but for where five buttons have their conditions.
+    // What this library writes is what it would write again, but for where five buttons have their
+    // conditions.
     EXPECT_EQ(Run("cmp -l r.swf p.swf | wc -l").out, "5\n");
     const std::string info = Run("vxswf info d.swf" + kTypes).out;
     for (const int type : {1,  2,  3,  9,  11, 12, 14, 15, 17, 21, 22, 26, 28, 32, 33,  34,  35,  36, 37,

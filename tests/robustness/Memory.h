@@ -10,9 +10,9 @@ struct Memory {
     static std::size_t GetPeak();
     static void ResetPeak();
 
-    /// Calls `step` while the `n`th allocation, from 1 on, is refused, and every later one too if `allLater`. True
-    /// when `step` answers true; a bad_alloc that it lets through counts as false. `wasRefused` tells whether
-    /// there were so many.
+    /// Calls `step` while the `n`th allocation, from 1 on, is refused, and every later one too if `allLater`.
+    /// True when `step` answers true; a bad_alloc that it lets through counts as false. `wasRefused` tells
+    /// whether there were so many.
     template <typename Step>
     static bool Refuse(unsigned int n, bool allLater, bool& wasRefused, const Step& step) {
         bool isDone = false;

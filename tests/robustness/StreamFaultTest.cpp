@@ -6,8 +6,8 @@
 
 namespace {
 
-/// A stream in memory of which the `n`th operation fails, from 1 on, or every one from there: a transfer moves half
-/// of what it should, a seek nothing.
+/// A stream in memory of which the `n`th operation fails, from 1 on, or every one from there: a transfer
+/// moves half of what it should, a seek nothing.
 class FaultyStream : public CVXStreamReadWrite {
 public:
     FaultyStream(unsigned int n, bool allLater) : m_Countdown(n), m_AllLater(allLater) {}

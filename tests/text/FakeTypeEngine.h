@@ -6,8 +6,8 @@
 
 #include "binding/BNDTypeEngine.h"
 
-/// A type engine with families and glyphs of a test's own making, of the older generation. It is in force while
-/// it lives, one at a time, and expects that every reference has ended by then.
+/// A type engine with families and glyphs of a test's own making, of the older generation. It is in force
+/// while it lives, one at a time, and expects that every reference has ended by then.
 struct FakeTypeEngine {
     struct Font {
         std::string name;

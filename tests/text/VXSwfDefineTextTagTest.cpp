@@ -104,7 +104,8 @@ TEST(VXSwfDefineTextTag, FontsGiveWidthsAndBounds) {
     text->m_TextRecords[0].m_GlyphEntries = {{1, -2}};
     text->m_TextRecords[0].m_ExtentY = 40;
     text->m_TextRecords[1].m_ExtentY = 99;  // Kept: the first run speaks for all
-    // 10 pixels are 200 twips, which take 9 bits; index 3 takes 2. The right end is 203 twips, read as pixels.
+    // 10 pixels are 200 twips, which take 9 bits; index 3 takes 2. The right end is 203 twips, read as
+    // pixels.
     EXPECT_EQ(
         DumpOf(*text),
         TagBytes(11, Join({Hex("00 00"), Bits("01011 00000000000 00011001011 00000000000 01100100000"),

@@ -58,7 +58,8 @@ TEST(VXSwfDefineButton2Tag, MeasuresEveryFilter) {
 }
 
 TEST(VXSwfDefineButton2Tag, FindsConditionsByTheirDistances) {
-    // The offset counts from its own field, three bytes in front of the first condition; those three are skipped.
+    // The offset counts from its own field, three bytes in front of the first condition; those three are
+    // skipped.
     const Bytes conditions =
         Hex("07 00 80 00 07 17 00"    // idle to over-down; two actions
             "00 00 00 41 0B 00 FF");  // key 32 or over-down to idle; what follows is lost

@@ -29,7 +29,8 @@ std::unique_ptr<Tag> Load(const Bytes& body) {
 
 Bytes Long(const char* body) { return LongTagBytes(70, Hex(body)); }
 
-// Clip actions, clip depth and character, blend mode and filters; depth, character, clip depth; what is not parsed.
+// Clip actions, clip depth and character, blend mode and filters; depth, character, clip depth; what is not
+// parsed.
 const char* const kRich = "C2 03 02 00 05 00 09 00 01 07 AA 0E DE AD BE EF";
 
 TEST(VXSwfPlaceObject3Tag, DumpsTheBodyThatItLoadsUnderALongHeader) {
