@@ -123,6 +123,26 @@ TEST(VXDependencyWalk, HostTagsMayChangeListAndSet) {
     EXPECT_THAT(NeedsOf(sprite, &set), ElementsAre(1, 3, 2, 4));
 }
 
+TEST(VXDependencyWalk, HostTagsSeeWhatTheyAskFor) {
+    VXSwfTagSet set;
+    LoadTags(set, Join({Bitmap(1), Bitmap(2), Sprite(3, 0, Join({Reference(1), Reference(2)})),
+                        Sprite(4, 0, Reference(1))}));
+    Ids seen;
+    auto& sprite = dynamic_cast<VXSwfDefineSpriteTag&>(*set.FindTagByID(4));
+    sprite.AppendTag(new HostTag([&seen](std::list<VXSwfTag*>& list, VXSwfTagSet* movie) {
+        list.clear();
+        movie->FindTagByID(3)->BuildDependencyList(list, movie);
+        seen = IdsOf(list);
+        list.remove(movie->FindTagByID(2));
+        movie->FindTagByID(2)->BuildDependencyList(list, movie);
+        EXPECT_EQ(NeedsOf(*movie->FindTagByID(3), movie), seen) << "a list of its own is a walk of its own";
+        list.remove(movie->FindTagByID(1));
+    }));
+    LoadTags(sprite, Join({Reference(2), Reference(1)}));
+    EXPECT_THAT(NeedsOf(sprite, &set), ElementsAre(1, 2, 3)) << "2 is there, and 1 is missed again";
+    EXPECT_THAT(seen, ElementsAre(2, 1, 3));
+}
+
 TEST(VXDependencyWalk, ReferencesOfNestedTagsFollowTheMap) {
     const auto tags = [](unsigned int one, unsigned int seven) {
         return Join({Sprite(1, 0, Join({Reference(one), Sprite(2, 0, Reference(5)), Reference(seven)})),
