@@ -78,7 +78,6 @@ bool VXBitStream::Allocate(unsigned int capacity) {
         const std::uint64_t ahead = m_Reserved >= kRunAhead ? std::uint64_t{m_Reserved} * 3 / 2 : 0;
         unsigned int reserve =
             std::max(capacity, static_cast<unsigned int>(std::min<std::uint64_t>(ahead, UINT_MAX)));
-        const bool isNew = m_Buffer == nullptr;
         void* block = VXPool::Resize(m_Buffer, m_Reserved, reserve);
         if (block == nullptr && reserve > capacity) {
             reserve = capacity;
@@ -90,8 +89,6 @@ bool VXBitStream::Allocate(unsigned int capacity) {
             ++theRefusals;
             return false;
         }
-        // A block that grows moves, and huge pages would be broken up for that.
-        if (isNew) VXPool::PreferHugePages(block, reserve);
         m_Buffer = static_cast<unsigned char*>(block);
         m_Reserved = reserve;
     }

@@ -58,10 +58,8 @@ public:
     Block& operator=(const Block&) = delete;
 
     bool Resize(std::size_t size) {
-        const bool isNew = m_Bytes == nullptr;
         void* bytes = VXPool::Resize(m_Bytes, m_Size, size);
         if (bytes == nullptr) return false;
-        if (isNew) VXPool::PreferHugePages(bytes, size);
         m_Bytes = static_cast<unsigned char*>(bytes);
         m_Size = size;
         return true;

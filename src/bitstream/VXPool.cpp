@@ -237,12 +237,15 @@ void* VXPool::Resize(void* buffer, std::size_t oldSize, std::size_t size) noexce
     if (!wasMapped && !isMapped) return std::realloc(buffer, size);
     void* resized = nullptr;
     if (wasMapped && isMapped) {
+        // Fails for a buffer that consists of several mappings, as one does of which a part was advised on.
         resized = mremap(buffer, oldSize, size, MREMAP_MAYMOVE);
-        return resized == MAP_FAILED ? nullptr : resized;
+        if (resized != MAP_FAILED) return resized;
     }
     if (isMapped) {
         resized = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         if (resized == MAP_FAILED) return nullptr;
+        // All of it, so that it stays one mapping. One that takes over what was written is there already.
+        if (buffer == nullptr) madvise(resized, size, MADV_HUGEPAGE);
     } else {
         resized = std::malloc(size);
         if (resized == nullptr) return nullptr;

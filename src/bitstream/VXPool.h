@@ -27,7 +27,7 @@ public:
     /// Gives a buffer a new size, which is not 0, and keeps what fits; a null one begins with `oldSize` 0.
     /// Null without memory, and the old buffer then stays. From `kMapped` bytes on a buffer is a mapping of
     /// its own: one that grows takes its pages along, and leaves no copy behind that the process would go on
-    /// holding.
+    /// holding. One that begins as such prefers huge pages.
     [[nodiscard]] static void* Resize(void* buffer, std::size_t oldSize, std::size_t size) noexcept;
     /// Frees what `Resize` gave; `size` must be the last one asked for. Null is ignored.
     static void FreeBuffer(void* buffer, std::size_t size) noexcept;

@@ -71,6 +71,24 @@ struct Derived : Base {
     unsigned char bytes[300] = {};
 };
 
+// Over the size from which on a buffer is a mapping, and over that of a huge page.
+TEST(VXPool, BuffersOfAllSizesKeepTheirBytes) {
+    const std::size_t sizes[] = {1000, VXPool::kMapped - 1, VXPool::kMapped, 5000000, 12345678, 5000001, 900};
+    for (const std::size_t first : sizes) {
+        for (const std::size_t second : sizes) {
+            auto* bytes = static_cast<unsigned char*>(VXPool::Resize(nullptr, 0, first));
+            std::memset(bytes, 7, first);
+            VXPool::PreferHugePages(bytes, first);
+            bytes = static_cast<unsigned char*>(VXPool::Resize(bytes, first, second));
+            ASSERT_NE(bytes, nullptr) << first << " to " << second;
+            const std::size_t kept = std::min(first, second);
+            EXPECT_EQ(std::count(bytes, bytes + kept, 7), static_cast<std::ptrdiff_t>(kept));
+            std::memset(bytes, 8, second);
+            VXPool::FreeBuffer(bytes, second);
+        }
+    }
+}
+
 TEST(VXPool, NullIsNoBuffer) {
     // The page that lies lowest, as a program may have one there that is linked to a fixed address.
     void* const place = reinterpret_cast<void*>(std::uintptr_t{65536});
