@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "bitstream/VXMemoryLimit_p.h"
 #include "bitstream/VXPool.h"
 #include "bitstream/VXStreamTransfer_p.h"
 
@@ -17,6 +18,7 @@ namespace {
 constexpr unsigned int kGrowthStep = 512;
 constexpr unsigned int kRunAhead = 65536;
 constexpr unsigned int kTouchedAhead = 65536;
+constexpr std::size_t kHeadOfText = 24;  // what a string of few letters takes beside them
 
 constinit thread_local unsigned int theRefusals = 0;
 
@@ -315,6 +317,7 @@ VXErrorCodeEnum VXBitStream::ReadVXString(VXString& text, unsigned int length) {
         text.clear();
         return kVXSuccess;
     }
+    VXMemoryLimit::Charge(kHeadOfText + std::size_t{length} * sizeof(char16_t));
     text = VXString(reinterpret_cast<const char*>(m_Buffer + m_Position), length);
     m_Position += length;
     return kVXSuccess;

@@ -11,6 +11,8 @@
 #include <cstring>
 #include <new>
 
+#include "bitstream/VXMemoryLimit_p.h"
+
 #if defined(__SANITIZE_ADDRESS__)
 #define VX_POOL_PASSES_THROUGH 1
 #elif defined(__has_feature)
@@ -19,11 +21,27 @@
 #endif
 #endif
 
+namespace {
+
+void* AllocateLarge(std::size_t size) {
+    VXMemoryLimit::Charge(size);
+    return ::operator new(size);
+}
+
+void FreeLarge(void* block, std::size_t size) noexcept {
+    VXMemoryLimit::Regain(size);
+    ::operator delete(block);
+}
+
+}  // namespace
+
 #ifdef VX_POOL_PASSES_THROUGH
 
-void* VXPool::Allocate(std::size_t size) { return ::operator new(size); }
+void* VXPool::Allocate(std::size_t size) { return AllocateLarge(size); }
 
-void VXPool::Free(void* block, std::size_t) noexcept { ::operator delete(block); }
+void VXPool::Free(void* block, std::size_t size) noexcept {
+    if (block != nullptr) FreeLarge(block, size);
+}
 
 void* VXPool::Resize(void* buffer, std::size_t, std::size_t size) noexcept {
     return std::realloc(buffer, size);
@@ -48,7 +66,7 @@ struct Block {
     Block* next;
 };
 
-struct Page {
+struct alignas(16) Page {
     Page* next;
     Page* previous;
     Block* free;
@@ -139,8 +157,12 @@ private:
 
     /// Apart from the way that nearly every block takes.
     [[gnu::noinline]] Page* AddPage(std::size_t index) {
+        if (!VXMemoryLimit::Spend(kPageSize)) return nullptr;
         Page* page = TakePage(m_IsOften[index]);
-        if (page == nullptr) return nullptr;
+        if (page == nullptr) {
+            VXMemoryLimit::Regain(kPageSize);
+            return nullptr;
+        }
         m_IsOften[index] = true;
         page->free = nullptr;
         page->fresh = reinterpret_cast<unsigned char*>(page + 1);
@@ -170,6 +192,7 @@ private:
     }
 
     [[gnu::noinline]] void GivePage(Page* page) {
+        VXMemoryLimit::Regain(kPageSize);
         if (m_PagesInReserve < kPagesInReserve) {
             m_Reserve.Push(page);
             ++m_PagesInReserve;
@@ -216,7 +239,7 @@ constexpr std::size_t IndexOf(std::size_t size) { return size == 0 ? 0 : (size -
 }  // namespace
 
 void* VXPool::Allocate(std::size_t size) {
-    if (size > kLargest) return ::operator new(size);
+    if (size > kLargest) return AllocateLarge(size);
     void* block = theStore.Allocate(IndexOf(size));
     if (block == nullptr) throw std::bad_alloc();
     return block;
@@ -225,7 +248,7 @@ void* VXPool::Allocate(std::size_t size) {
 void VXPool::Free(void* block, std::size_t size) noexcept {
     if (block == nullptr) return;
     if (size > kLargest) {
-        ::operator delete(block);
+        FreeLarge(block, size);
     } else {
         theStore.Free(block, IndexOf(size));
     }

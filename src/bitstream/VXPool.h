@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <new>
 
 #include "platform/VXExport.h"
 
 /// Storage for small objects that come by the hundred thousand: tags, list nodes, short bodies, records. A
 /// block of the general allocator carries a header of its own and starts at a multiple of 16; a block from
-/// here carries nothing and comes at a multiple of 8, side by side with its neighbours of the same size.
+/// here carries nothing and comes at a multiple of 8, or of 16 when its size is one, side by side with its
+/// neighbours of the same size.
 /// Sizes above `kLargest` go to the general allocator.
 ///
 /// Buffers that grow have operations of their own below.
@@ -45,9 +47,17 @@ public:
 class VXPooled {
 public:
     static void* operator new(std::size_t size) { return VXPool::Allocate(size); }
-    static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void* block, std::size_t size) noexcept { VXPool::Free(block, size); }
+    // The other forms, which those above would hide: in a place of the caller's, for a host's class with an
+    // alignment that blocks do not have.
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void*, void*) noexcept {}
+    static void* operator new(std::size_t size, std::align_val_t alignment) {
+        return ::operator new(size, alignment);
+    }
+    static void operator delete(void* block, std::align_val_t alignment) noexcept {
+        ::operator delete(block, alignment);
+    }
 };
 
 /// Puts the nodes of a standard container in the pool.

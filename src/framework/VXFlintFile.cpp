@@ -4,6 +4,7 @@
 #include <climits>
 #include <new>
 
+#include "bitstream/VXMemoryLimit_p.h"
 #include "framework/VXSwfTag.h"
 #include "graphics/VXTwips.h"
 #include "platform/CVXTempFileStreamReadWrite.h"
@@ -14,6 +15,11 @@ namespace {
 constexpr unsigned int kPlainHeaderSize = 8;
 constexpr unsigned int kLengthOffset = 4;
 constexpr unsigned int kEndTagSize = 2;
+
+// Deflate makes a byte into a thousand, and a tag without a body takes more than a hundred times its bytes. A
+// movie may do either, but a large one not both.
+constexpr std::size_t kRoom = std::size_t{512} << 20;
+constexpr std::size_t kRoomPerByte = 128;  // as it came; the bodies of the tags have room besides
 
 /// What `step` answers, and 1 where it runs out of memory.
 template <typename Step>
@@ -39,7 +45,9 @@ VXFlintFile::~VXFlintFile() = default;
 
 VXErrorCodeEnum VXFlintFile::LoadFromStream(VXBitStream& in) {
     return FailWithoutMemory([&] {
+        const std::size_t given = in.GetRemaining();
         VX_RETURN_IF_FAILED(LoadHdrFromStream(in));
+        const VXMemoryLimit limit(kRoom + kRoomPerByte * given + in.GetRemaining());
         return LoadFromStream(in, m_Version);
     });
 }

@@ -30,6 +30,9 @@ public:
 
     /// Reads header and tags. 1 for a bad signature, a header that ends early or a body that does not
     /// inflate, and when memory runs out; else the failure of a tag. What was loaded by then stays.
+    ///
+    /// What is made of the movie may take 512 MiB, the size of the inflated body and 128 bytes for each byte
+    /// that came: more than any movie takes that was made to be played.
     VXErrorCodeEnum LoadFromStream(VXBitStream& in);
     /// The same from the start of a stream; null gives 1.
     VXErrorCodeEnum LoadFromStream(IVXStream* stream);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "bitstream/VXBitStream.h"
+#include "bitstream/VXMemoryLimit_p.h"
 
 // What arrays of fills and arrays of lines have in common: a count in a byte, or in a word behind 0xFF, and
 // as many styles.
@@ -30,7 +31,9 @@ VXErrorCodeEnum VXLoadStyles(VXBitStream& in, unsigned int count, short useAlpha
     // The array keeps its new size when the data ends early, as far as a short count reaches. A long one may
     // lie: a style takes at least a byte, so the first one that finds no place finds no byte either.
     const std::size_t room = std::max<std::size_t>({styles.size(), in.GetRemaining(), 0xFF});
-    styles.resize(std::min<std::size_t>(count, room));
+    const std::size_t size = std::min<std::size_t>(count, room);
+    if (size > styles.size()) VXMemoryLimit::Charge((size - styles.size()) * sizeof(Style));
+    styles.resize(size);
     for (Style& style : styles) {
         style.SetAlpha(useAlpha);
         VX_RETURN_IF_FAILED(style.LoadFromStream(in));

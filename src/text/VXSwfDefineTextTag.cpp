@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "bitstream/VXMemoryLimit_p.h"
 #include "graphics/VXTwips.h"
 #include "text/VXFontPublishManager.h"
 #include "text/VXFontTagRegistry_p.h"
@@ -45,6 +46,7 @@ VXErrorCodeEnum VXSwfDefineTextTag::LoadDataFromStream(VXBitStream& in) {
         const std::uint64_t cost = record.m_GlyphEntries.size() * costOfEntry;
         if (cost > costLeft) return kVXFailure;
         costLeft -= cost;
+        VXMemoryLimit::Charge(sizeof record + record.m_GlyphEntries.size() * sizeof(VXFlintGlyphEntry));
         m_TextRecords.push_back(std::move(record));
     }
 }

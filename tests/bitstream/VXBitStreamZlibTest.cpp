@@ -103,7 +103,6 @@ TEST_F(VXBitStreamZlib, WhatDoesNotInflateStays) {
     Bytes corrupt = good;
     corrupt[corrupt.size() / 2] ^= 0x10;
     fails(corrupt, 8, 2008);
-
 }
 
 TEST_F(VXBitStreamZlib, TheBlockGrowsWithWhatIsThere) {

@@ -71,6 +71,18 @@ struct Derived : Base {
     unsigned char bytes[300] = {};
 };
 
+TEST(VXPool, HostsMayAlignTheirClasses) {
+    struct alignas(16) Half : Base {};
+    struct alignas(64) Line : Base {};
+    std::vector<std::unique_ptr<Base>> objects;
+    for (int i = 0; i < 100; ++i) {
+        objects.push_back(std::make_unique<Half>());
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(objects.back().get()) % 16, 0u);
+        objects.push_back(std::make_unique<Line>());
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(objects.back().get()) % 64, 0u);
+    }
+}
+
 // Over the size from which on a buffer is a mapping, and over that of a huge page.
 TEST(VXPool, BuffersOfAllSizesKeepTheirBytes) {
     const std::size_t sizes[] = {1000, VXPool::kMapped - 1, VXPool::kMapped, 5000000, 12345678, 5000001, 900};

@@ -93,6 +93,25 @@ TEST_F(VXFlintFileTest, CompressedMovies) {
     EXPECT_EQ(DumpOf(file), kMovie);
 }
 
+// 4 MiB that want 150 times that, and as much of what would load if it had come plain.
+TEST_F(VXFlintFileTest, DataThatInflatesHasItsRoom) {
+    constexpr std::size_t kBody = 4 << 20;
+    Bytes sounds;  // tags without a body
+    Bytes shapes;  // new styles of one byte each
+    while (sounds.size() < kBody) sounds.insert(sounds.end(), {0x40, 0x04});
+    const Bytes styles = Join({Hex("40 FE"), Repeat(254, 1), Hex("00 00")});
+    while (shapes.size() < kBody) shapes.insert(shapes.end(), styles.begin(), styles.end());
+    for (const Bytes& tags :
+         {sounds, LongTagBytes(32, Join({Word(1), Hex("00 00 00 00"), shapes, Hex("00")}))}) {
+        const Bytes movie = MovieBytes(5, Join({kTags, tags}));
+        VXFlintFile bomb;
+        EXPECT_EQ(Load(bomb, Compressed(movie)), kVXFailure);
+        EXPECT_GE(bomb.GetNumTags(), 3u) << "what was loaded stays";
+        VXFlintFile plain;
+        EXPECT_EQ(Load(plain, movie), kVXSuccess);
+    }
+}
+
 TEST_F(VXFlintFileTest, HeadersThatFail) {
     EXPECT_EQ(file.LoadFromStream(static_cast<IVXStream*>(nullptr)), kVXFailure);
     EXPECT_EQ(file.DumpToStream(static_cast<IVXStream*>(nullptr)), kVXFailure);

@@ -1,0 +1,68 @@
+#include "bitstream/VXMemoryLimit_p.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <vector>
+
+#include "bitstream/VXPool.h"
+
+namespace {
+
+constexpr std::size_t kMegabyte = std::size_t{1} << 20;
+
+/// Blocks of one size that are freed with it.
+class Blocks {
+public:
+    explicit Blocks(std::size_t size) : m_Size(size) {}
+    ~Blocks() { Free(); }
+
+    /// Takes blocks until there are no more, up to `most` bytes. Answers the bytes taken.
+    std::size_t Take(std::size_t most) {
+        const std::size_t before = m_Blocks.size();
+        try {
+            while ((m_Blocks.size() - before) * m_Size < most) m_Blocks.push_back(VXPool::Allocate(m_Size));
+        } catch (const std::bad_alloc&) {
+        }
+        return (m_Blocks.size() - before) * m_Size;
+    }
+    void Free() {
+        for (void* block : m_Blocks) VXPool::Free(block, m_Size);
+        m_Blocks.clear();
+    }
+
+private:
+    std::size_t m_Size;
+    std::vector<void*> m_Blocks;
+};
+
+// Blocks out of pages, and large ones.
+TEST(VXMemoryLimit, WhatIsFreedComesBackAndNoMore) {
+    for (const std::size_t size : {std::size_t{40}, std::size_t{70000}}) {
+        Blocks old(size);
+        EXPECT_GE(old.Take(3 * kMegabyte), 3 * kMegabyte);
+        Blocks blocks(size);
+        const VXMemoryLimit limit(2 * kMegabyte);
+        const std::size_t most = blocks.Take(100 * kMegabyte);
+        EXPECT_GT(most, kMegabyte + kMegabyte / 2);
+        EXPECT_LE(most, 2 * kMegabyte + 65536);  // the rest of a page that was in use
+        blocks.Free();
+        EXPECT_GE(blocks.Take(100 * kMegabyte) + 2 * 65536, most);
+        blocks.Free();
+        old.Free();
+        EXPECT_LE(blocks.Take(100 * kMegabyte), 2 * kMegabyte + 2 * 65536) << "what was there does not count";
+    }
+}
+
+TEST(VXMemoryLimit, TheLastOneMadeIsInForce) {
+    const VXMemoryLimit limit(1000);
+    {
+        const VXMemoryLimit inner(kMegabyte);
+        VXMemoryLimit::Charge(kMegabyte);
+        EXPECT_THROW(VXMemoryLimit::Charge(1), std::bad_alloc);
+    }
+    VXMemoryLimit::Charge(1000);
+    EXPECT_THROW(VXMemoryLimit::Charge(1), std::bad_alloc);
+}
+
+}  // namespace
