@@ -12,6 +12,8 @@ namespace {
 
 constexpr unsigned char kFirstCodeWithPayload = 128;
 constexpr unsigned int kGreatestLength = 65535;
+constexpr unsigned int kHeaderSize = 3;
+constexpr unsigned int kMostPerByte = 64;  // of a payload that is cut short, in memory for what is not there
 
 void WriteZeros(VXBitStream& out, unsigned int count) {
     static constexpr unsigned char kZeros[512] = {};
@@ -116,9 +118,12 @@ VXErrorCodeEnum VXFlintActionRecord::LoadFromStream(VXBitStream& in) {
         return kVXSuccess;
     }
     VX_RETURN_IF_FAILED(in.ReadWord(m_Length));
-    unsigned int held = std::min<unsigned int>(m_Length, in.GetRemaining());
+    unsigned int there = std::min<unsigned int>(m_Length, in.GetRemaining());
+    const bool isAllHeld = m_Length <= kMostPerByte * (kHeaderSize + there);
+    const unsigned int held = isAllHeld ? m_Length : there;
     m_ActionData = VXFlintActionData(static_cast<unsigned short>(held));
-    if (held != 0) VXIgnore(in.Read(m_ActionData, held));  // as many as there are
+    if (there != 0) VXIgnore(in.Read(m_ActionData, there));
+    std::memset(m_ActionData + there, 0, held - there);
     return kVXSuccess;
 }
 
@@ -223,8 +228,11 @@ short VXFlintActionRecord::ReplaceString(const VXString& from, const VXString& t
             if (!isAgain) passStart = text.GetFrontSize();
             isAgain = !bringsItself;
             isChanged = true;
-            // Kept: the byte behind a replacement, counted in the old length, only ends the match.
-            for (std::size_t i = 0; i < passedOver && text.GetBackSize() != 0; ++i) step();
+            // Kept: the byte behind a replacement, counted in the old length, only ends the match. A zero is
+            // taken for the one that ends `from`, and leaves that to the next byte.
+            char last = 1;
+            for (std::size_t i = 0; i < passedOver && text.GetBackSize() != 0; ++i) last = step();
+            if (last == 0 && text.GetBackSize() != 0) step();
             now.Reset();
             leftBehindLast = text.GetBackSize();
         }

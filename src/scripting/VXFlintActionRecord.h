@@ -7,8 +7,8 @@
 #include "platform/VXString.h"
 #include "platform/VXTypes.h"
 
-/// The payload of an action, to be used like the pointer that it converts to: null when there is none. It
-/// owns its bytes; copies share them. An array of no bytes is not null.
+/// The payload of an action, to be used like the pointer that it converts to: null when there is
+/// none. It owns its bytes; copies share them. An array of no bytes is not null.
 class VXSWF_API VXFlintActionData {
 public:
     VXFlintActionData() = default;
@@ -33,8 +33,8 @@ private:
 ///     code u8                              below 128
 ///     code u8, length u16, length bytes    from 128 on
 ///
-/// A payload that the data cuts short keeps its stated length: the bytes that were there are held, and zeros
-/// stand for the rest wherever the action is written or copied.
+/// A payload that the data cuts short keeps its stated length, and zeros stand for the rest wherever the
+/// action is written or copied. The payload holds them too as far as they are not many times what was there.
 ///
 /// Copy construction and assignment share the payload's bytes; `Copy` and `SetData` give an action bytes of
 /// its own.
@@ -77,7 +77,8 @@ public:
     ///
     /// Kept: as many UTF-8 bytes count as the texts have 16-bit units, and a `from` outside ASCII is found
     /// nowhere. The search is a simple one: a byte that ends a partial match does not begin the next, so
-    /// "aab" does not hold "ab", and neither does the byte behind a replacement.
+    /// "aab" does not hold "ab", and neither does the byte behind a replacement, nor the next one when that
+    /// byte is 0.
     short ReplaceString(const VXString& from, const VXString& to, int& delta);
 
     VXFlintActionData m_ActionData;

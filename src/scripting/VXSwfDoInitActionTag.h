@@ -27,6 +27,7 @@ public:
     /// Always 0.
     VXErrorCodeEnum SetSpriteReferenceID(unsigned short id);
 
+    unsigned short m_SpriteId = 0;
     VXFlintActionRecords m_ActionRecords;
 
 private:
@@ -34,6 +35,4 @@ private:
     explicit VXSwfDoInitActionTag(enuTagType type);
 
     VXErrorCodeEnum DumpFields(VXBitStream& body) const;
-
-    unsigned short m_SpriteId = 0;
 };

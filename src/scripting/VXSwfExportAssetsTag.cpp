@@ -7,6 +7,7 @@
 namespace {
 
 constexpr unsigned short kMostAssets = 65535;
+constexpr unsigned int kSmallCount = 255;
 
 }  // namespace
 
@@ -16,15 +17,15 @@ VXSwfExportAssetsTag::~VXSwfExportAssetsTag() = default;
 
 VXErrorCodeEnum VXSwfExportAssetsTag::LoadDataFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(in.ReadWord(m_NumAssets));
-    m_Ids.clear();
-    m_Names.clear();
-    for (unsigned int i = 0; i < m_NumAssets; ++i) {
-        unsigned short id = 0;
-        VX_RETURN_IF_FAILED(in.ReadWord(id));
-        m_Ids.push_back(id);
-        VX_RETURN_IF_FAILED(in.ReadVXString(m_Names.emplace_back()));
+    // A small count has its entries even where the data ends early. A large one may lie.
+    const std::size_t size = std::min<std::size_t>(m_NumAssets, std::max(in.GetRemaining(), kSmallCount));
+    m_Ids.assign(size, 0);
+    m_Names.assign(size, VXString());
+    for (std::size_t i = 0; i < size; ++i) {
+        VX_RETURN_IF_FAILED(in.ReadWord(m_Ids[i]));
+        VX_RETURN_IF_FAILED(in.ReadVXString(m_Names[i]));
     }
-    return kVXSuccess;
+    return size == m_NumAssets ? kVXSuccess : kVXFailure;
 }
 
 VXErrorCodeEnum VXSwfExportAssetsTag::DumpFields(VXBitStream& body) const {

