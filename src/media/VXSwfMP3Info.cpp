@@ -80,12 +80,12 @@ int VXSwfMP3FrameHeader::GetSampleRate() const {
 }
 
 unsigned int VXSwfMP3FrameHeader::GetFrameLength() const {
-    const int bitrate = GetKilobits() * 1000;
+    if (VersionId == kVersionReserved || GetLayer() == 0) return 0;
+    const int bitrate = GetKilobits() == kInvalid ? kInvalid : GetKilobits() * 1000;
     const int rate = GetSampleRate();
-    if (bitrate < 0 || rate < 0) return 0;
     const int padding = Padding != 0 ? 1 : 0;
-    return static_cast<unsigned int>(GetLayer() == 1 ? (bitrate * 12 / rate + padding) * 4
-                                                     : bitrate * 144 / rate + padding);
+    const int length = GetLayer() == 1 ? (bitrate * 12 / rate + padding) * 4 : bitrate * 144 / rate + padding;
+    return static_cast<unsigned int>(std::max(length, 0));
 }
 
 /// The part of the stream that searches look at.
@@ -144,6 +144,8 @@ std::int64_t VXSwfMP3Info::FindFrameHeader(std::int64_t start, VXSwfMP3FrameHead
 unsigned int VXSwfMP3Info::SizeFrame(const unsigned char* bytes, unsigned int available) {
     if (available < VXSwfMP3FrameHeader::kSize || !IsSync(bytes)) return 0;
     Header.Unpack(bytes);
+    // Kept: the second of the two bits that tell the version has no say here.
+    if (bytes[1] < 0xF0) Header.VersionId = kVersionMpeg25;
     const int kilobits = Header.GetKilobits();
     const int sampleRate = Header.GetSampleRate();
     if (kilobits < 0 || sampleRate < 0) return 0;
