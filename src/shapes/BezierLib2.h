@@ -58,8 +58,9 @@ using BezShapes = std::vector<std::unique_ptr<BezShape>, VXPoolAllocator<std::un
 /// and y of the start, both control points and the end; `tolerance` is the square of the distance in pixels
 /// by which a control point may be off.
 ///
-/// A curve with a coordinate that is not finite or beyond 110,000,000 pixels, or with a tolerance that is not
-/// above 0, becomes a line from start to end, or nothing when one of these is not finite.
+/// A curve with a coordinate that is not finite or beyond 110,000,000 pixels becomes a line from start to end,
+/// or nothing when one of these is not finite. With a tolerance that is not above 0, every curve but a raised
+/// quadratic one becomes a line.
 VXSWF_API void VisitCubic(const double (&points)[8], double tolerance, BezShapeVisitor& visitor);
 
 /// The same pieces as a list.

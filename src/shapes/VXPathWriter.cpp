@@ -87,7 +87,7 @@ void VXAddLine(VXFlintShapeRecords& records, VXSwfStrokePattern& stroke, const V
 bool VXDashWalk::RepairPlace(VXSwfStrokePattern& stroke) {
     const bool isIndexGood =
         stroke.CurIndex >= 0 && static_cast<std::size_t>(stroke.CurIndex) < stroke.Pattern.size();
-    const bool isOffsetGood = std::isfinite(stroke.Offset) && stroke.Offset >= 0.0;
+    const bool isOffsetGood = std::isfinite(stroke.Offset) && stroke.Offset >= -kLongest;
     if (!isIndexGood) stroke.CurIndex = 0;
     if (!isOffsetGood) stroke.Offset = 0.0;
     return isIndexGood && isOffsetGood;

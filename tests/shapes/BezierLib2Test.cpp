@@ -142,6 +142,8 @@ TEST(BezierLib2, EndsForEveryInput) {
     EXPECT_EQ(PiecesOf({2e8, 0, 1, 0, 1, 1, 9, 9}), "L 2e+08,0 9,9;");
     for (const double tolerance : {0.0, -1.0, nan}) {
         EXPECT_EQ(PiecesOf({0, 0, 100, 0, 0, 100, 9, 9}, tolerance), "L 0,0 9,9;");
+        EXPECT_EQ(PiecesOf({0, 0, 10, 20, 20, 20, 30, 0}, tolerance), "C 0,0 15,30 30,0;");
+        EXPECT_EQ(PiecesOf({5, 5, 5, 5, 5, 5, 5, 5}, tolerance), "");
     }
     const double farthest[] = {-1.1e8, -1.1e8, 1.1e8, 1.1e8, -1.1e8, 1.1e8, 1.1e8, -1.1e8};
     EXPECT_LT(ConvertCubicToShapes(farthest, 0.01).size(), 100000u);

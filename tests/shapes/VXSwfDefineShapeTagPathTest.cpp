@@ -155,7 +155,7 @@ TEST(VXSwfDefineShapeTagPath, DashesRunOnFromEdgeToEdge) {
 }
 
 TEST(VXSwfDefineShapeTagPath, PlacesThatMakeNoSenseGiveASolidEdge) {
-    for (const VXReal offset : {-1.0, kInfinity, std::nan("")}) {
+    for (const VXReal offset : {-1e9, kInfinity, std::nan("")}) {
         const Shape shape = Stroked(kVXStrokeDot);
         shape->GetStrokePattern().SetOffset(offset);
         shape->GetStrokePattern().SetCurIndex(1);
@@ -168,6 +168,10 @@ TEST(VXSwfDefineShapeTagPath, PlacesThatMakeNoSenseGiveASolidEdge) {
         EXPECT_EQ(EdgeTo(*shape, 50, 0), "H 50");
         EXPECT_EQ(EdgeTo(*shape, 60, 0), "H 7 | M 60,0");
     }
+    const Shape early = Stroked(kVXStrokeDot);
+    early->GetStrokePattern().SetOffset(-5.0);
+    EXPECT_EQ(EdgeTo(*early, 20, 0), "H 2 | M 9,0 | H 7 | M 20,0") << "a place before the pattern makes some";
+    EXPECT_EQ(PlaceOf(*early), "1:3");
     const Shape shape = Stroked(kVXStrokeDot);
     EXPECT_EQ(EdgeTo(*shape, 20000000, 0), "H 2e+07") << "beyond all measure";
     EXPECT_EQ(PlaceOf(*shape), "0:0");
