@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <string>
@@ -234,9 +235,11 @@ VXErrorCodeEnum VXSwfTag::LoadDataFromStream(VXBitStream&) { return kVXSuccess; 
 VXBitStream VXSwfTag::GetDataStream() {
     VXBitStream stream;
     const unsigned char* data = GetData();
-    const auto skipped = data == nullptr ? 0u : static_cast<unsigned int>(data - GetBody());
-    const unsigned int size = GetBodySize();
-    stream.LoadFromAllocedMem(data, std::min(GetTagLen(), size > skipped ? size - skipped : 0));
+    unsigned int size = data == nullptr ? 0 : GetTagLen();
+    // The body may be shorter than its length says. What a host's own class gives instead is its own affair.
+    const auto skipped = reinterpret_cast<std::uintptr_t>(data) - reinterpret_cast<std::uintptr_t>(GetBody());
+    if (skipped <= GetBodySize()) size = std::min(size, GetBodySize() - static_cast<unsigned int>(skipped));
+    stream.LoadFromAllocedMem(data, size);
     return stream;
 }
 

@@ -156,6 +156,18 @@ protected:
     const unsigned char* kept = nullptr;
 };
 
+TEST_F(VXSwfDefinitionTagTest, AHostsOwnBodyIsTakenAtItsWord) {
+    struct Host : WordTag {
+        unsigned char* GetData() override { return bytes; }
+        unsigned int GetTagLen() override { return 2; }
+        unsigned char bytes[2] = {0xCD, 0xAB};
+    } host;
+    VXBitStream stream = host.GetDataStream();
+    EXPECT_EQ(BytesOf(stream), Hex("CD AB"));
+    ASSERT_EQ(Load(host, TagBytes(6, Hex("34 12 78 56"))), kVXSuccess);
+    EXPECT_EQ(host.word, 0xABCD);
+}
+
 TEST_F(VXSwfDefinitionTagTest, TheIdStandsInFrontOfTheFields) {
     EXPECT_EQ(tag.GetCharacterId(), 0x1234);
     EXPECT_EQ(tag.word, 0x5678);
