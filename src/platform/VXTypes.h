@@ -11,9 +11,16 @@ struct VXRect {
     VXReal bottom = 0.0;
 };
 
+// The library's own code drops no result without a word. Hosts may.
+#if defined(VXPLATFORM_BUILD) || defined(VXSWF_BUILD)
+#define VX_RESULT [[nodiscard]]
+#else
+#define VX_RESULT
+#endif
+
 /// Result of an operation: 0 is good, anything else says what failed. Codes pass through unchanged from
 /// whoever found the fault, so a value without a name here is possible.
-enum [[nodiscard]] VXErrorCodeEnum : int{
+enum VX_RESULT VXErrorCodeEnum : int {
     kVXSuccess = 0,
     kVXFailure = 1,             ///< data ended early, a write did not fit, or an argument was null
     kVXCompressionFailed = 44,  ///< a movie's body could not be deflated on its way out
