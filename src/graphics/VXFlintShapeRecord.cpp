@@ -1,6 +1,7 @@
 #include "graphics/VXFlintShapeRecord.h"
 
 #include <typeinfo>
+#include <utility>
 
 #include "graphics/VXFlintEdgeRecords.h"
 #include "graphics/VXFlintShapeStyleChangeRecord.h"
@@ -43,28 +44,20 @@ std::unique_ptr<VXFlintShapeRecordBase> CopyOf(const VXFlintShapeRecordBase* rec
     }
 }
 
-/// Makes the record of a class that is known here, so that its load needs no look-up.
-template <typename Edge>
-VXErrorCodeEnum LoadEdge(VXBitStream& in, std::unique_ptr<VXFlintShapeRecordBase>& record) {
-    auto* edge = new Edge;
-    record.reset(edge);
-    return edge->LoadFromStream(in);
-}
-
 /// The style change that `wrapper` has by its `Kind` and in truth, or null.
 VXFlintShapeStyleChangeRecord* StyleChangeOf(const VXFlintShapeRecord& wrapper) {
     if (wrapper.Kind != VXFlintShapeRecord::kStyleChange || wrapper.Record == nullptr) return nullptr;
     if (!Is<VXFlintShapeStyleChangeRecord>(*wrapper.Record)) return nullptr;
-    return static_cast<VXFlintShapeStyleChangeRecord*>(wrapper.Record.get());
+    return static_cast<VXFlintShapeStyleChangeRecord*>(wrapper.Record);
 }
 
 }  // namespace
 
 VXFlintShapeRecord::VXFlintShapeRecord(std::unique_ptr<VXFlintShapeRecordBase> record)
-    : Record(std::move(record)), Kind(KindOf(Record.get())) {}
+    : Record(record.release()), Kind(KindOf(Record)) {}
 
 VXFlintShapeRecord::VXFlintShapeRecord(const VXFlintShapeRecord& other)
-    : Record(CopyOf(other.Record.get())),
+    : Record(CopyOf(other.Record).release()),
       IsEdge(other.IsEdge),
       UseAlpha(other.UseAlpha),
       Supports255Plus(other.Supports255Plus),
@@ -73,11 +66,41 @@ VXFlintShapeRecord::VXFlintShapeRecord(const VXFlintShapeRecord& other)
       NumFillBits(other.NumFillBits),
       NumLineBits(other.NumLineBits) {}
 
-VXFlintShapeRecord& VXFlintShapeRecord::operator=(const VXFlintShapeRecord& other) {
-    return *this = VXFlintShapeRecord(other);
+VXFlintShapeRecord::VXFlintShapeRecord(VXFlintShapeRecord&& other) noexcept
+    : Record(std::exchange(other.Record, nullptr)),
+      IsEdge(other.IsEdge),
+      UseAlpha(other.UseAlpha),
+      Supports255Plus(other.Supports255Plus),
+      IsLineStyle2(other.IsLineStyle2),
+      Kind(other.Kind),
+      NumFillBits(other.NumFillBits),
+      NumLineBits(other.NumLineBits) {}
+
+VXFlintShapeRecord& VXFlintShapeRecord::operator=(VXFlintShapeRecord other) noexcept {
+    std::swap(Record, other.Record);
+    IsEdge = other.IsEdge;
+    UseAlpha = other.UseAlpha;
+    Supports255Plus = other.Supports255Plus;
+    IsLineStyle2 = other.IsLineStyle2;
+    Kind = other.Kind;
+    NumFillBits = other.NumFillBits;
+    NumLineBits = other.NumLineBits;
+    return *this;
 }
 
-VXFlintShapeRecord::~VXFlintShapeRecord() = default;
+VXFlintShapeRecord::~VXFlintShapeRecord() { delete Record; }
+
+VXFlintShapeRecordBase& VXFlintShapeRecord::Take(std::unique_ptr<VXFlintShapeRecordBase> record) {
+    delete Record;
+    Record = record.release();
+    return *Record;
+}
+
+/// Makes the record of a class that is known here, so that its load needs no look-up.
+template <typename Edge>
+VXErrorCodeEnum VXFlintShapeRecord::LoadEdge(VXBitStream& in) {
+    return static_cast<Edge&>(Take(std::make_unique<Edge>())).LoadFromStream(in);
+}
 
 VXErrorCodeEnum VXFlintShapeRecord::LoadFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(in.ReadVXBool16(IsEdge));
@@ -85,17 +108,17 @@ VXErrorCodeEnum VXFlintShapeRecord::LoadFromStream(VXBitStream& in) {
         unsigned int isStraight = 0;
         VX_RETURN_IF_FAILED(in.ReadBits(1, isStraight));
         Kind = isStraight != 0 ? kStraightEdge : kCurvedEdge;
-        return isStraight != 0 ? LoadEdge<VXFlintStraightEdgeRecord>(in, Record)
-                               : LoadEdge<VXFlintCurvedEdgeRecord>(in, Record);
+        return isStraight != 0 ? LoadEdge<VXFlintStraightEdgeRecord>(in)
+                               : LoadEdge<VXFlintCurvedEdgeRecord>(in);
     }
     unsigned int flags = 0;
     VX_RETURN_IF_FAILED(in.ReadBits(5, flags));
     if (flags != 0) {
-        Record = std::make_unique<VXFlintShapeStyleChangeRecord>(NumFillBits, NumLineBits, UseAlpha,
-                                                                 Supports255Plus, IsLineStyle2);
+        Take(std::make_unique<VXFlintShapeStyleChangeRecord>(NumFillBits, NumLineBits, UseAlpha,
+                                                             Supports255Plus, IsLineStyle2));
         Kind = kStyleChange;
     } else {
-        Record = std::make_unique<VXFlintShapeEndRecord>();
+        Take(std::make_unique<VXFlintShapeEndRecord>());
         Kind = kEnd;
     }
     Record->StateNewStyles = static_cast<short>(flags >> 4 & 1);

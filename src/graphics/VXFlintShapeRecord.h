@@ -6,7 +6,6 @@
 #include "bitstream/VXPool.h"
 #include "framework/VXFlintIDMap.h"
 #include "graphics/VXFlintShapeRecordBase.h"
-#include "graphics/VXOwned.h"
 #include "platform/VXExport.h"
 #include "platform/VXTypes.h"
 
@@ -27,9 +26,8 @@ public:
     explicit VXFlintShapeRecord(std::unique_ptr<VXFlintShapeRecordBase> record);
     /// Copies the record too, as what it really is, whatever `Kind` says.
     VXFlintShapeRecord(const VXFlintShapeRecord& other);
-    VXFlintShapeRecord(VXFlintShapeRecord&&) noexcept = default;
-    VXFlintShapeRecord& operator=(const VXFlintShapeRecord& other);
-    VXFlintShapeRecord& operator=(VXFlintShapeRecord&&) noexcept = default;
+    VXFlintShapeRecord(VXFlintShapeRecord&& other) noexcept;
+    VXFlintShapeRecord& operator=(VXFlintShapeRecord other) noexcept;
     virtual ~VXFlintShapeRecord();
 
     /// Replaces the record. The two widths are then those in force behind it. A record whose fields failed
@@ -47,8 +45,8 @@ public:
     void SetSupports255Plus(short supports255Plus) { Supports255Plus = supports255Plus; }
     void SetIsLineStyle2(short isLineStyle2) { IsLineStyle2 = isLineStyle2; }
 
-    VXOwned<VXFlintShapeRecordBase> Record;
-    short IsEdge = 0;  ///< the first bit as read
+    VXFlintShapeRecordBase* Record = nullptr;  ///< deleted with the wrapper; who replaces it owns the old one
+    short IsEdge = 0;                          ///< the first bit as read
     short UseAlpha = 0;
     short Supports255Plus = 0;
     short IsLineStyle2 = 0;
@@ -59,5 +57,9 @@ public:
     unsigned int NumLineBits = 0;
 
 private:
+    /// Deletes the old record.
+    VXFlintShapeRecordBase& Take(std::unique_ptr<VXFlintShapeRecordBase> record);
+    template <typename Edge>
+    VXErrorCodeEnum LoadEdge(VXBitStream& in);
     void TakeWidths();
 };

@@ -1,21 +1,5 @@
 #include "graphics/VXFlintShapeRecords.h"
 
-VXFlintShapeRecords::VXFlintShapeRecords(const VXFlintShapeRecords& other)
-    : NumFillBits(other.NumFillBits),
-      NumLineBits(other.NumLineBits),
-      UseAlpha(other.UseAlpha),
-      Supports255Plus(other.Supports255Plus),
-      IsLineStyle2(other.IsLineStyle2) {
-    Records.reserve(other.Records.size());
-    for (const auto& record : other.Records) {
-        Records.push_back(record == nullptr ? nullptr : std::make_unique<VXFlintShapeRecord>(*record));
-    }
-}
-
-VXFlintShapeRecords& VXFlintShapeRecords::operator=(const VXFlintShapeRecords& other) {
-    return *this = VXFlintShapeRecords(other);
-}
-
 VXFlintShapeRecords::~VXFlintShapeRecords() = default;
 
 VXErrorCodeEnum VXFlintShapeRecords::LoadFromStream(VXBitStream& in) {
@@ -24,7 +8,7 @@ VXErrorCodeEnum VXFlintShapeRecords::LoadFromStream(VXBitStream& in) {
     unsigned int numFillBits = NumFillBits;
     unsigned int numLineBits = NumLineBits;
     for (;;) {
-        VXFlintShapeRecord& record = *Records.emplace_back(std::make_unique<VXFlintShapeRecord>());
+        VXFlintShapeRecord& record = Records.Add(std::make_unique<VXFlintShapeRecord>());
         Prepare(record, numFillBits, numLineBits);
         VX_RETURN_IF_FAILED(record.LoadFromStream(in));
         numFillBits = record.NumFillBits;
@@ -41,7 +25,7 @@ VXErrorCodeEnum VXFlintShapeRecords::DumpToStream(VXBitStream& out) {
     VX_RETURN_IF_FAILED(out.WriteBits(NumLineBits, 4));
     unsigned int numFillBits = NumFillBits;
     unsigned int numLineBits = NumLineBits;
-    for (const auto& record : Records) {
+    for (VXFlintShapeRecord* record : Records) {
         if (record == nullptr) return kVXFailure;
         Prepare(*record, numFillBits, numLineBits);
         VX_RETURN_IF_FAILED(record->DumpToStream(out));
@@ -61,15 +45,15 @@ void VXFlintShapeRecords::Prepare(VXFlintShapeRecord& record, unsigned int numFi
 }
 
 void VXFlintShapeRecords::AddShapeRecord(const VXFlintShapeRecord& record) {
-    Records.push_back(std::make_unique<VXFlintShapeRecord>(record));
+    Records.Add(std::make_unique<VXFlintShapeRecord>(record));
 }
 
 void VXFlintShapeRecords::AddShapeRecord(VXFlintShapeRecord&& record) {
-    Records.push_back(std::make_unique<VXFlintShapeRecord>(std::move(record)));
+    Records.Add(std::make_unique<VXFlintShapeRecord>(std::move(record)));
 }
 
 void VXFlintShapeRecords::UpdateReferenceIDs(VXFlintIDMap* map) {
-    for (const auto& record : Records) {
+    for (VXFlintShapeRecord* record : Records) {
         if (record != nullptr) record->UpdateReferenceIDs(map);
     }
 }

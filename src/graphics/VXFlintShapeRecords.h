@@ -1,11 +1,9 @@
 #pragma once
 
-#include <vector>
-
 #include "bitstream/VXBitStream.h"
 #include "framework/VXFlintIDMap.h"
 #include "graphics/VXFlintShapeRecord.h"
-#include "graphics/VXOwned.h"
+#include "graphics/VXOwnedVector.h"
 #include "platform/VXExport.h"
 #include "platform/VXTypes.h"
 
@@ -20,9 +18,9 @@ class VXSWF_API VXFlintShapeRecords {
 public:
     VXFlintShapeRecords() = default;
     /// Copies every record.
-    VXFlintShapeRecords(const VXFlintShapeRecords& other);
+    VXFlintShapeRecords(const VXFlintShapeRecords&) = default;
     VXFlintShapeRecords(VXFlintShapeRecords&&) noexcept = default;
-    VXFlintShapeRecords& operator=(const VXFlintShapeRecords& other);
+    VXFlintShapeRecords& operator=(const VXFlintShapeRecords&) = default;
     VXFlintShapeRecords& operator=(VXFlintShapeRecords&&) noexcept = default;
     virtual ~VXFlintShapeRecords();
 
@@ -47,7 +45,7 @@ public:
     void SetSupports255Plus(short supports255Plus) { Supports255Plus = supports255Plus; }
     void SetLineStyle2(short isLineStyle2) { IsLineStyle2 = isLineStyle2; }
 
-    std::vector<VXOwned<VXFlintShapeRecord>> Records;
+    VXOwnedVector<VXFlintShapeRecord> Records;
     unsigned int NumFillBits = 0;
     unsigned int NumLineBits = 0;
     short UseAlpha = 0;

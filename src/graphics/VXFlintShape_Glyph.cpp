@@ -26,8 +26,8 @@ template <typename Record, typename... Arguments>
 Record& Append(VXFlintShapeRecords& list, unsigned int kind, Arguments... arguments) {
     auto made = std::make_unique<Record>(arguments...);
     Record& record = *made;
-    VXFlintShapeRecord& place = *list.Records.emplace_back(std::make_unique<VXFlintShapeRecord>());
-    place.Record = std::move(made);
+    VXFlintShapeRecord& place = list.Records.Add(std::make_unique<VXFlintShapeRecord>());
+    place.Record = made.release();
     place.Kind = kind;
     return record;
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "bitstream/VXBitStream.h"
+#include "bitstream/VXPool.h"
 #include "platform/VXExport.h"
 #include "scripting/VXFlintActionRecords.h"
-#include "timeline/VXFlintHeld.h"
 
 /// What a button does on some of its transitions.
 ///
@@ -13,7 +13,7 @@
 ///     CondOverUpToIdle ub[1], CondIdleToOverUp ub[1]
 ///     CondKeyPress ub[7], CondOverDownToIdle ub[1]
 ///     Actions
-class VXSWF_API VXFlintButtonCondAction {
+class VXSWF_API VXFlintButtonCondAction : public VXPooled {
 public:
     VXErrorCodeEnum LoadFromStream(VXBitStream& in);
     VXErrorCodeEnum DumpToStream(VXBitStream& out) const;
@@ -32,10 +32,4 @@ public:
     short CondIdleToOverUp = 0;
     short CondOverDownToOutDown = 0;
     VXFlintActionRecords Actions;
-
-private:
-    template <typename T>
-    friend class VXFlintHeld;
-
-    VXHolderCount m_Holders;
 };

@@ -2,10 +2,10 @@
 
 #include "bitstream/VXBitStream.h"
 #include "bitstream/VXByteBlock.h"
+#include "bitstream/VXPool.h"
 #include "graphics/VXFlintCxForm.h"
 #include "graphics/VXFlintMatrix.h"
 #include "platform/VXExport.h"
-#include "timeline/VXFlintHeld.h"
 
 /// What a button shows in some of its states.
 ///
@@ -16,7 +16,7 @@
 ///     BlendMode u8                                  when HasBlendMode
 ///
 /// Filters are not understood, only measured, and carried as bytes, the count in front included.
-class VXSWF_API VXFlintButtonRecord {
+class VXSWF_API VXFlintButtonRecord : public VXPooled {
 public:
     /// The filter list cannot fail: what of it is there is kept.
     VXErrorCodeEnum LoadFromStream(VXBitStream& in);
@@ -40,10 +40,5 @@ public:
     short HasCxForm = 1;  ///< always 1 in this tag, since its records have the transform on the wire
 
 private:
-    template <typename T>
-    friend class VXFlintHeld;
-
     void ReadFilterList(VXBitStream& in);
-
-    VXHolderCount m_Holders;
 };

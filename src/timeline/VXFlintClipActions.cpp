@@ -22,16 +22,11 @@ constexpr unsigned char kFirstVersionWith32 = 6;
 
 /// The word that is 0 at the end and belongs to the next handler's flags otherwise.
 VXErrorCodeEnum ReadEndFlag(VXBitStream& in, unsigned char version, unsigned int& flag) {
+    if (version >= kFirstVersionWith32) return in.ReadDWord(flag);
     unsigned short shortFlag = 0;
-    unsigned int word = 0;
-    if (version < kFirstVersionWith32) {
-        VX_RETURN_IF_FAILED(in.ReadWord(shortFlag));
-        word = shortFlag;
-    } else {
-        VX_RETURN_IF_FAILED(in.ReadDWord(word));
-    }
-    flag = word;
-    return kVXSuccess;
+    const VXErrorCodeEnum result = in.ReadWord(shortFlag);
+    flag = shortFlag;
+    return result;
 }
 
 }  // namespace
@@ -86,9 +81,9 @@ VXErrorCodeEnum VXFlintClipActions::LoadFromStream(VXBitStream& in, unsigned cha
         VX_RETURN_IF_FAILED(ReadEndFlag(in, version, ClipActionEndFlag));
         if (ClipActionEndFlag == 0) return kVXSuccess;
         in.SetPosition(start);
-        VXFlintHeld<VXFlintClipActionRecord> record = new VXFlintClipActionRecord;
+        auto record = std::make_unique<VXFlintClipActionRecord>();
         VX_RETURN_IF_FAILED(record->LoadFromStream(in, version));
-        ClipActionRecords.push_back(std::move(record));
+        ClipActionRecords.Add(std::move(record));
     }
 }
 

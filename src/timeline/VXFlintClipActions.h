@@ -6,7 +6,7 @@
 #include "bitstream/VXPool.h"
 #include "platform/VXExport.h"
 #include "scripting/VXFlintActionRecords.h"
-#include "timeline/VXFlintHeld.h"
+#include "timeline/VXSharedVector.h"
 
 /// The events of a placed sprite that a handler serves, each 1 or 0, in the order of the wire:
 ///
@@ -73,7 +73,7 @@ public:
 
 private:
     template <typename T>
-    friend class VXFlintHeld;
+    friend class VXSharedVector;
 
     VXHolderCount m_Holders;
 };
@@ -103,6 +103,6 @@ public:
 
     unsigned short Reserved = 0;          ///< kept as read
     VXFlintClipEventFlags AllEventFlags;  ///< as read; not worked out from the handlers
-    std::vector<VXFlintHeld<VXFlintClipActionRecord>> ClipActionRecords;
+    VXSharedVector<VXFlintClipActionRecord> ClipActionRecords;
     unsigned int ClipActionEndFlag = 0;  ///< the last word that a load looked at for the end
 };

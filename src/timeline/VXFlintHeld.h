@@ -13,6 +13,8 @@ public:
 private:
     template <typename T>
     friend class VXFlintHeld;
+    template <typename T>
+    friend class VXSharedVector;
 
     unsigned int m_Count = 0;
 };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
+#include <utility>
 
 #include "framework/VXFlintIDMap.h"
 
@@ -39,8 +41,8 @@ VXSwfDefineButton2Tag& VXSwfDefineButton2Tag::operator=(const VXSwfDefineButton2
     ActionOffset = other.ActionOffset;
     NextActionPos = other.NextActionPos;
     ButtonDependents = other.ButtonDependents;
-    ButtonRecords.clear();
-    ButtonActions.clear();
+    ButtonRecords = {};
+    ButtonActions = {};
     CopyLists(other);
     return *this;
 }
@@ -49,15 +51,15 @@ VXSwfDefineButton2Tag::~VXSwfDefineButton2Tag() = default;
 
 void VXSwfDefineButton2Tag::CopyLists(const VXSwfDefineButton2Tag& other) {
     for (const VXFlintButtonRecord* record : other.ButtonRecords) {
-        if (record != nullptr) ButtonRecords.push_back(VXFlintHeld(new VXFlintButtonRecord(*record)));
+        if (record != nullptr) ButtonRecords.Add(std::make_unique<VXFlintButtonRecord>(*record));
     }
     for (const VXFlintButtonCondAction* action : other.ButtonActions) {
         if (action == nullptr) continue;
-        const VXFlintHeld copy(new VXFlintButtonCondAction(*action));
+        auto copy = std::make_unique<VXFlintButtonCondAction>(*action);
         // Copies of a list share its actions; these are to be the copy's own.
         copy->Actions = VXFlintActionRecords();
         copy->Actions.Copy(action->Actions, 0);
-        ButtonActions.push_back(copy);
+        ButtonActions.Add(std::move(copy));
     }
 }
 
@@ -97,9 +99,9 @@ void VXSwfDefineButton2Tag::LoadButtonRecordsFromStream(VXBitStream& in) {
         const bool isThere = in.ReadByte(first) == kVXSuccess;
         if (isThere && first == 0) return;
         in.MovePosition(-1);
-        ButtonRecords.push_back(VXFlintHeld(new VXFlintButtonRecord));
         // Without a zero byte the last byte of the body is taken for one more record.
-        if (ButtonRecords.back()->LoadFromStream(in) != kVXSuccess || !isThere) return;
+        VXFlintButtonRecord& record = ButtonRecords.Add(std::make_unique<VXFlintButtonRecord>());
+        if (record.LoadFromStream(in) != kVXSuccess || !isThere) return;
     }
 }
 
@@ -116,8 +118,7 @@ VXErrorCodeEnum VXSwfDefineButton2Tag::LoadButtonActionsFromStream(VXBitStream& 
         if (in.ReadWord(distance) != kVXSuccess) break;
         NextActionPos = distance == 0 ? 0 : static_cast<unsigned short>(start + distance);
         in.MovePosition(-2);
-        ButtonActions.push_back(VXFlintHeld(new VXFlintButtonCondAction));
-        VXFlintButtonCondAction& action = *ButtonActions.back();
+        VXFlintButtonCondAction& action = ButtonActions.Add(std::make_unique<VXFlintButtonCondAction>());
         // Kept as far as it was read.
         if (action.LoadFromStream(in) != kVXSuccess) {
             const unsigned int lacking = BytesLacking(action.Actions);
@@ -165,22 +166,21 @@ void VXSwfDefineButton2Tag::UpdateReferenceIDs(VXFlintIDMap* map) {
 
 void VXSwfDefineButton2Tag::CreateButtonRecord(short up, short over, short down, short hit, unsigned short id,
                                                unsigned short depth) {
-    const VXFlintHeld record(new VXFlintButtonRecord);
-    record->StateUp = up;
-    record->StateOver = over;
-    record->StateDown = down;
-    record->StateHitTest = hit;
-    record->CharacterId = id;
-    record->PlaceDepth = depth;
-    ButtonRecords.push_back(record);
+    VXFlintButtonRecord& record = ButtonRecords.Add(std::make_unique<VXFlintButtonRecord>());
+    record.StateUp = up;
+    record.StateOver = over;
+    record.StateDown = down;
+    record.StateHitTest = hit;
+    record.CharacterId = id;
+    record.PlaceDepth = depth;
 }
 
 void VXSwfDefineButton2Tag::AddButtonRecord(VXFlintButtonRecord* record) {
-    if (record != nullptr) ButtonRecords.push_back(VXFlintHeld(record));
+    if (record != nullptr) ButtonRecords.Add(std::unique_ptr<VXFlintButtonRecord>(record));
 }
 
 void VXSwfDefineButton2Tag::AddButtonAction(VXFlintButtonCondAction* action) {
-    if (action != nullptr) ButtonActions.push_back(VXFlintHeld(action));
+    if (action != nullptr) ButtonActions.Add(std::unique_ptr<VXFlintButtonCondAction>(action));
 }
 
 void VXSwfDefineButton2Tag::BuildButtonDependencyList(std::list<unsigned short>& ids, VXSwfTagSet*) const {

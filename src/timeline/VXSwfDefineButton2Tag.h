@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "framework/VXSwfDefinitionTag.h"
+#include "graphics/VXOwnedVector.h"
 #include "timeline/VXFlintButtonCondAction.h"
 #include "timeline/VXFlintButtonRecord.h"
 
@@ -17,9 +18,6 @@
 /// The tag owns its records and conditions; a copied tag has its own, with actions of its own.
 class VXSWF_API VXSwfDefineButton2Tag : public VXSwfDefinitionTag {
 public:
-    using RecordList = std::vector<VXFlintHeld<VXFlintButtonRecord>>;
-    using ActionList = std::vector<VXFlintHeld<VXFlintButtonCondAction>>;
-
     VXSwfDefineButton2Tag(const VXSwfDefineButton2Tag& other);
     VXSwfDefineButton2Tag& operator=(const VXSwfDefineButton2Tag& other);
 
@@ -52,9 +50,9 @@ public:
     short TrackAsMenu = 0;
     unsigned short ActionOffset = 0;   ///< as loaded, or the place of the conditions in the body after a dump
     unsigned short NextActionPos = 0;  ///< of the load in progress
-    RecordList ButtonRecords;          ///< null entries are passed over
-    ActionList ButtonActions;          ///< null entries are passed over
-    std::vector<unsigned short> ButtonDependents;  ///< not used
+    VXOwnedVector<VXFlintButtonRecord> ButtonRecords;      ///< null entries are passed over
+    VXOwnedVector<VXFlintButtonCondAction> ButtonActions;  ///< null entries are passed over
+    std::vector<unsigned short> ButtonDependents;          ///< not used
 
 private:
     friend class VXSwfTagFactory;

@@ -167,7 +167,7 @@ TEST(VXFlintShapeRecord, KindIsNeverTrustedForACast) {
         lying.Kind = kind;
         VXFlintShapeRecord copy(lying);
         EXPECT_EQ(copy.Kind, kind);
-        EXPECT_NE(dynamic_cast<VXFlintShapeEndRecord*>(copy.Record.get()), nullptr);
+        EXPECT_NE(dynamic_cast<VXFlintShapeEndRecord*>(copy.Record), nullptr);
         copy.UpdateReferenceIDs(&map);
         EXPECT_EQ(copy.DumpToStream(out), kVXSuccess);
     }
@@ -182,7 +182,7 @@ TEST(VXFlintShapeRecord, KindIsNeverTrustedForACast) {
     VXFlintShapeRecords holes;
     holes.AddShapeRecord(none);
     EXPECT_EQ(holes.DumpToStream(out), kVXFailure) << "no record";
-    holes.Records[0] = nullptr;
+    delete std::exchange(holes.Records[0], nullptr);
     holes.UpdateReferenceIDs(&map);
     EXPECT_EQ(VXFlintShapeRecords(holes).DumpToStream(out), kVXFailure);
 }

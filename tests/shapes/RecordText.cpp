@@ -35,7 +35,7 @@ std::string TextOf(const VXFlintShapeRecords& records, std::size_t first) {
     std::ostringstream text;
     for (std::size_t i = first; i < records.Records.size(); ++i) {
         if (i != first) text << " | ";
-        Write(text, records.Records[i]->Record.get());
+        Write(text, records.Records[i]->Record);
     }
     return text.str();
 }

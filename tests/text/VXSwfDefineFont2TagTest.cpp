@@ -86,7 +86,7 @@ TEST(VXSwfDefineFont2Tag, TablesThatAreShortGoOutWithNothingBehindThem) {
     font->m_OffsetTable = {7};
     font->m_AdvanceTable = {-1};
     font->m_GlyphShapes.resize(1);
-    font->m_GlyphShapes[0].ShapeRecords.Records.push_back(std::make_unique<VXFlintShapeRecord>());
+    font->m_GlyphShapes[0].ShapeRecords.Records.push_back(new VXFlintShapeRecord);
     EXPECT_EQ(DumpOf(*font),
               TagBytes(75, Hex("00 00  8F 01  00  02 00  07 00 00 00 00 00 00 00  0D 00 00 00  00"
                                "00 00 00 00  00 00 00 00 00 00  FF FF 00 00  00 00  00 00")));

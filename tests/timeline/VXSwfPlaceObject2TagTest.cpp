@@ -71,7 +71,7 @@ TEST(VXSwfPlaceObject2Tag, FlagsStayOnceTheyAreSet) {
     EXPECT_EQ(DumpOf(*tag),
               Long("A2 00 00 07 00 6E 00  00 00 00 00 00 00  00 00 00 00 00 00 00 00 00 00 00 00 00"));
     tag->SetReferencedID(0);
-    tag->GetClipActions().ClipActionRecords.clear();
+    tag->GetClipActions().ClipActionRecords = {};
     EXPECT_EQ(DumpOf(*tag), Long("A2 00 00 00 00 6E 00  00 00 00 00 00 00  00 00 00 00"));
     VXString name("mine");
     NewTag<Tag>(26)->GetName(name);
