@@ -6,7 +6,8 @@
 
 /// Raw bytes that copies may share: the body of a tag, or a part of one that is carried unread. Copying
 /// shares the bytes, the last holder frees them. The block knows how many bytes there really are, so that
-/// every view of it can be cut to that, whatever a length field says. An empty block owns nothing.
+/// every view of it can be cut to that, whatever a length field says. An empty block owns nothing. It is used
+/// like the pointer that it converts to.
 ///
 /// Holders may live in different threads; the bytes themselves are not guarded.
 class VXSWF_API VXByteBlock {
@@ -30,6 +31,7 @@ public:
 
     /// Null when empty.
     unsigned char* GetBytes() const;
+    operator unsigned char*() const { return GetBytes(); }
     unsigned int GetSize() const;
     explicit operator bool() const { return m_Head != nullptr; }
     /// Gives this holder bytes of its own, before it changes them.

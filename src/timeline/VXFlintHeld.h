@@ -1,6 +1,5 @@
 #pragma once
 
-#include <concepts>
 #include <utility>
 
 /// How many holders an object has; a copy of the object starts without any.
@@ -42,11 +41,6 @@ public:
     }
 
     operator T*() const { return m_Object; }
-    /// For a `static_cast` to the class that the object has.
-    template <std::derived_from<T> Derived>
-    explicit operator Derived*() const {
-        return static_cast<Derived*>(m_Object);
-    }
     T* operator->() const { return m_Object; }
 
 private:
