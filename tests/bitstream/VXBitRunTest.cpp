@@ -3,15 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <vector>
 
-namespace {
-
-std::vector<unsigned char> BytesOf(VXBitStream& stream) {
-    return {stream.GetBuffer(), stream.GetBuffer() + stream.GetSize()};
-}
-
-}  // namespace
+#include "support/Bytes.h"
 
 TEST(VXBitRun, WritesWhatTheFieldsAloneWouldWrite) {
     std::mt19937 engine(11);

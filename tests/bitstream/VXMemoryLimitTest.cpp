@@ -12,36 +12,33 @@ namespace {
 constexpr std::size_t kMegabyte = std::size_t{1} << 20;
 
 /// Blocks of one size that are freed with it.
-class Blocks {
-public:
-    explicit Blocks(std::size_t size) : m_Size(size) {}
+struct Blocks {
     ~Blocks() { Free(); }
 
     /// Takes blocks until there are no more, up to `most` bytes. Answers the bytes taken.
     std::size_t Take(std::size_t most) {
-        const std::size_t before = m_Blocks.size();
+        const std::size_t before = blocks.size();
         try {
-            while ((m_Blocks.size() - before) * m_Size < most) m_Blocks.push_back(VXPool::Allocate(m_Size));
+            while ((blocks.size() - before) * size < most) blocks.push_back(VXPool::Allocate(size));
         } catch (const std::bad_alloc&) {
         }
-        return (m_Blocks.size() - before) * m_Size;
+        return (blocks.size() - before) * size;
     }
     void Free() {
-        for (void* block : m_Blocks) VXPool::Free(block, m_Size);
-        m_Blocks.clear();
+        for (void* block : blocks) VXPool::Free(block, size);
+        blocks.clear();
     }
 
-private:
-    std::size_t m_Size;
-    std::vector<void*> m_Blocks;
+    std::size_t size;
+    std::vector<void*> blocks = {};
 };
 
 // Blocks out of pages, and large ones.
 TEST(VXMemoryLimit, WhatIsFreedComesBackAndNoMore) {
     for (const std::size_t size : {std::size_t{40}, std::size_t{70000}}) {
-        Blocks old(size);
+        Blocks old{size};
         EXPECT_GE(old.Take(3 * kMegabyte), 3 * kMegabyte);
-        Blocks blocks(size);
+        Blocks blocks{size};
         const VXMemoryLimit limit(2 * kMegabyte);
         const std::size_t most = blocks.Take(100 * kMegabyte);
         EXPECT_GT(most, kMegabyte + kMegabyte / 2);

@@ -2,10 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <cstdint>
-#include <random>
-
 #include "framework/VXFlintFile.h"
 #include "support/TagSets.h"
 
@@ -40,79 +36,25 @@ Ids IdsBeside(const Ids& taken, int count) {
     return Take(generator, count);
 }
 
-/// The same rules told plainly: every change of bucket sorts, and every request walks.
-class PlainGenerator {
-public:
-    explicit PlainGenerator(const Ids& taken) {
-        for (const int id : taken) m_Buckets[(id - 1) / 9362].push_back(id);
-        Refresh();
-    }
-    int GetId() {
-        if (!IsFree() && (Refresh() || !IsFree())) return 65535;
-        const int id = m_Next++;
-        m_Buckets[m_Bucket].push_back(m_Next);
-        return id;
-    }
-
-private:
-    bool Refresh() {
-        std::uint16_t best = 0;
-        m_Bucket = 0;
-        for (int i = 0; i < 8; ++i) {
-            const auto free = static_cast<std::uint16_t>(m_Limit - static_cast<int>(m_Buckets[i].size()) +
-                                                         9361 - (i + 1) * 9362);
-            if (free <= best) continue;
-            best = free;
-            m_Limit = static_cast<std::uint16_t>(i == 7 ? 65535 : (i + 1) * 9362);
-            m_Bucket = i;
-        }
-        if (best == 0) return false;
-        std::sort(m_Buckets[m_Bucket].begin(), m_Buckets[m_Bucket].end());
-        m_Index = 0;
-        m_Next = static_cast<std::uint16_t>(9362 * m_Bucket + 1);
-        return true;
-    }
-    bool IsFree() {
-        const Ids& ids = m_Buckets[m_Bucket];
-        for (; m_Index < ids.size() && ids[m_Index] == m_Next; ++m_Index) ++m_Next;
-        return m_Next <= m_Limit;
-    }
-
-    Ids m_Buckets[8];
-    int m_Bucket = 0;
-    std::uint16_t m_Index = 0;
-    std::uint16_t m_Next = 0;
-    std::uint16_t m_Limit = 0;
-};
-
 TEST(VXBucketSWFIDGenerator, FirstIds) {
     EXPECT_THAT(IdsBeside({1, 2}, 2), ElementsAre(9363, 9365)) << "the second bucket measures freer";
     EXPECT_THAT(IdsBeside({2, 9364, 1, 9363}, 2), ElementsAre(3, 5)) << "as full as the second, so the first";
     EXPECT_THAT(IdsBeside({1, 2, 5, 9363, 9364, 9365}, 5), ElementsAre(3, 4, 6, 7, 8))
         << "5 is met late, and 4, which was noted behind it, never is";
+    EXPECT_THAT(IdsBeside({1, 1, 2, 9363, 9364, 9365}, 3), ElementsAre(2, 3, 4))
+        << "an ID that is defined twice hides those behind it";
     EXPECT_THAT(IdsBeside(IdRange(1, 50000), 2), ElementsAre(65535, 65535)) << "as good as full";
-    const Ids ids = IdsBeside({}, 4684);
-    EXPECT_THAT(Ids(ids.begin(), ids.begin() + 3), ElementsAre(1, 3, 5));
-    EXPECT_THAT(Ids(ids.end() - 4, ids.end()), ElementsAre(9361, 65535, 9363, 9365))
+    const Ids ids = IdsBeside({}, 28100);
+    const auto from = [&ids](int first, int count) {
+        return Ids(ids.begin() + first, ids.begin() + first + count);
+    };
+    EXPECT_THAT(from(0, 3), ElementsAre(1, 3, 5));
+    EXPECT_THAT(from(4680, 4), ElementsAre(9361, 65535, 9363, 9365))
         << "a change of bucket costs one request";
-}
-
-TEST(VXBucketSWFIDGenerator, FollowsThePlainRules) {
-    std::mt19937 random(1);
-    std::vector<Ids> movies{{}, IdRange(1, 9361), IdRange(1, 9362), IdRange(2, 9362), IdRange(1, 65535)};
-    for (int i = 2; i < 9; ++i) {
-        Ids ids = IdRange(1, 65535);
-        std::shuffle(ids.begin(), ids.end(), random);
-        ids.resize(ids.size() / static_cast<std::size_t>(i * i));
-        ids.push_back(ids.front());  // defined twice
-        movies.push_back(ids);
-    }
-    for (const Ids& taken : movies) {
-        PlainGenerator plain(taken);
-        Ids expected(10000);
-        for (int& id : expected) id = plain.GetId();
-        EXPECT_TRUE(IdsBeside(taken, 10000) == expected) << taken.size() << " IDs are taken";
-    }
+    EXPECT_THAT(from(14044, 4), ElementsAre(28085, 65535, 9363, 9365)) << "successors alone count as taken";
+    EXPECT_THAT(from(28090, 6), ElementsAre(28085, 65535, 9363, 9365, 9366, 9367)) << "in order again";
+    const Ids full = IdsBeside(IdRange(1, 9362), 9366);
+    EXPECT_THAT(Ids(full.end() - 4, full.end()), ElementsAre(28085, 65535, 9363, 9365));
 }
 
 TEST(VXBucketSWFIDGenerator, SeesTheTopLevelAsItWas) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "support/TagSets.h"
-#include "support/TagSweep.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
 
 namespace {

@@ -5,7 +5,6 @@
 
 #include "framework/VXSwfDefinitionTag.h"
 #include "support/TagSets.h"
-#include "support/TagSweep.h"
 #include "timeline/VXFlintFilter.h"
 #include "timeline/VXSwfPlaceObject3Tag.h"
 

@@ -5,7 +5,6 @@
 
 #include "scripting/VXSwfExportAssetsTag.h"
 #include "support/TagSets.h"
-#include "support/TagSweep.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
 #include "timeline/VXSwfPlaceObject2Tag.h"
 
@@ -47,8 +46,6 @@ VXSwfDefineSpriteTag* Merge(VXSwfTagSet& target, VXSwfTagSet& source, int frame,
     return target.IncludeTagSetAsSprite(&source, frame, &generator, exports, options.includeABC, nullptr, 0,
                                         options.convertJpegTables);
 }
-
-Bytes Text(const char* text) { return {text, text + std::char_traits<char>::length(text) + 1}; }
 
 Bytes Export(unsigned int id, const char* name) {
     return TagBytes(56, Join({Word(1), Word(id), Text(name)}));

@@ -7,23 +7,10 @@
 
 namespace {
 
-std::string TextOf(VXSwfTag& tag) {
-    VXString text;
-    tag.GetTextInfo(text);
-    return text.GetUTF8String();
-}
-
-/// Loads and answers the code, for tags that may fail.
-VXErrorCodeEnum Load(VXSwfTag& tag, const Bytes& bytes) {
-    VXBitStream in = StreamOver(bytes);
-    return tag.LoadFromStream(in);
-}
-
 TEST(VXSwfTag, RawTagsComeBackAsTheyWere) {
     SweepTag("no body", Hex("40 00"));
     SweepTag("a short body", TagBytes(77, Hex("01 02 03")));
     SweepTag("a long header on a short body", Hex("7F 13 05 00 00 00  01 02 03 04 05"));
-    SweepTag("a long header on nothing", Hex("7F 13 00 00 00 00"));
     SweepTag("the longest short body", Join({Hex("7E 13"), Repeat(62, 0xAB)}));
     SweepTag("the shortest long body", Join({Hex("7F 13 3F 00 00 00"), Repeat(63, 0xAB)}));
     SweepTag("the highest type", Hex("C2 FF  01 02"));
@@ -36,14 +23,14 @@ TEST(VXSwfTag, LengthsAreCutToWhatIsThere) {
         EXPECT_EQ(tag->GetDataStream().GetSize(), 2u);
     }
     const TagPtr tag = MakeTag(77, 1);
-    for (const char* cut : {"45 13", "7F 13 05 00", "7F"}) EXPECT_EQ(Load(*tag, Hex(cut)), kVXFailure);
+    for (const char* cut : {"45 13", "7F 13 05 00", "7F"}) EXPECT_EQ(LoadInto(*tag, Hex(cut)), kVXFailure);
 }
 
 TEST(VXSwfTag, ASecondLoadReplacesTheFirst) {
     const TagPtr tag = LoadTag(TagBytes(77, Repeat(100, 0x11)));
-    EXPECT_EQ(Load(*tag, TagBytes(78, Hex("22 33"))), kVXSuccess);
+    EXPECT_EQ(LoadInto(*tag, TagBytes(78, Hex("22 33"))), kVXSuccess);
     EXPECT_EQ(DumpOf(*tag), LongTagBytes(78, Hex("22 33"))) << "the flag that a long header set stays";
-    EXPECT_EQ(Load(*tag, Hex("C0 12")), kVXSuccess);
+    EXPECT_EQ(LoadInto(*tag, Hex("C0 12")), kVXSuccess);
     EXPECT_EQ(tag->GetData(), nullptr);
 }
 
@@ -60,7 +47,7 @@ TEST(VXSwfTag, IdsAndReferencesAreTheFirstWord) {
     for (const auto& row : rows) {
         for (const unsigned int type : row.types) {
             const TagPtr tag = MakeTag(type, 1);
-            EXPECT_EQ(Load(*tag, TagBytes(type, Hex("34 12 00"))), kVXSuccess);
+            EXPECT_EQ(LoadInto(*tag, TagBytes(type, Hex("34 12 00"))), kVXSuccess);
             EXPECT_EQ(tag->GetCharacterId(), row.id) << type;
             EXPECT_EQ(tag->GetReferencedID(), row.reference) << type;
             tag->SetReferencedID(0x0201);
@@ -113,7 +100,7 @@ TEST(VXSwfTag, PeepingGoesBackUnlessItFails) {
 TEST(VXSwfTag, CopiesAreOfTheClassThatALoadGivesAndDropTheVersion) {
     const TagPtr bits = MakeTag(6, 0);
     bits->SetFLVersion(9);
-    EXPECT_EQ(Load(*bits, LongTagBytes(6, Hex("34 12 56"))), kVXSuccess);
+    EXPECT_EQ(LoadInto(*bits, LongTagBytes(6, Hex("34 12 56"))), kVXSuccess);
     const TagPtr copy(bits->Copy(), &VXSwfTagFactory::DeleteTag);
     bits->SetCharacterId(1);
     EXPECT_EQ(dynamic_cast<VXSwfDefinitionTag*>(copy.get()), nullptr);
@@ -148,7 +135,7 @@ public:
 class VXSwfDefinitionTagTest : public testing::Test {
 protected:
     VXSwfDefinitionTagTest() {
-        EXPECT_EQ(Load(tag, TagBytes(6, Hex("34 12 78 56"))), kVXSuccess);
+        EXPECT_EQ(LoadInto(tag, TagBytes(6, Hex("34 12 78 56"))), kVXSuccess);
         kept = tag.GetData();
     }
 
@@ -164,7 +151,7 @@ TEST_F(VXSwfDefinitionTagTest, AHostsOwnBodyIsTakenAtItsWord) {
     } host;
     VXBitStream stream = host.GetDataStream();
     EXPECT_EQ(BytesOf(stream), Hex("CD AB"));
-    ASSERT_EQ(Load(host, TagBytes(6, Hex("34 12 78 56"))), kVXSuccess);
+    ASSERT_EQ(LoadInto(host, TagBytes(6, Hex("34 12 78 56"))), kVXSuccess);
     EXPECT_EQ(host.word, 0xABCD);
 }
 
@@ -175,10 +162,10 @@ TEST_F(VXSwfDefinitionTagTest, TheIdStandsInFrontOfTheFields) {
     EXPECT_EQ(tag.GetData()[0], 0x78);
     tag.SetCharacterId(0x0908);
     EXPECT_EQ(DumpOf(tag), TagBytes(6, Hex("08 09 78 56")));
-    EXPECT_EQ(Load(tag, TagBytes(6, Hex("22 11 FF FF"))), static_cast<VXErrorCodeEnum>(9));
+    EXPECT_EQ(LoadInto(tag, TagBytes(6, Hex("22 11 FF FF"))), static_cast<VXErrorCodeEnum>(9));
     EXPECT_EQ(tag.GetCharacterId(), 0x1122) << "also when the fields fail";
     for (const char* noRoom : {"80 01", "81 01 34"}) {
-        EXPECT_EQ(Load(tag, Hex(noRoom)), kVXFailure);
+        EXPECT_EQ(LoadInto(tag, Hex(noRoom)), kVXFailure);
         EXPECT_EQ(tag.GetTagLen(), 0u);
         EXPECT_EQ(tag.GetData(), nullptr);
         EXPECT_EQ(tag.GetDataStream().GetSize(), 0u);
@@ -222,7 +209,7 @@ TEST_F(VXSwfDefinitionTagTest, LoansStackAndEndWithALoadOrAnAssignment) {
     const Bytes longer = TagBytes(6, Join({Hex("34 12 78 56"), Repeat(50, 1)}));
     tag.SetData(first.data());
     tag.SetTagLen(4);
-    EXPECT_EQ(Load(tag, longer), kVXSuccess);
+    EXPECT_EQ(LoadInto(tag, longer), kVXSuccess);
     WordTag assigned;
     assigned.SetData(first.data());
     assigned.SetTagLen(4);

@@ -12,21 +12,10 @@
 
 namespace {
 
-Bytes DumpOf(VXFlintFile& movie) {
-    VXBitStream out;
-    EXPECT_EQ(movie.DumpToStream(out), kVXSuccess);
-    return BytesOf(out);
-}
-
-bool Load(VXFlintFile& movie, const Bytes& bytes) {
-    VXBitStream in = StreamOver(bytes);
-    return movie.LoadFromStream(in) == kVXSuccess;
-}
-
 /// A movie that is loaded, and what a dump of it gives as long as nothing happens to it.
 struct Loaded {
     explicit Loaded(unsigned int version) {
-        EXPECT_TRUE(Load(movie, GoldenMovie(version)));
+        EXPECT_TRUE(LoadInto(movie, GoldenMovie(version)) == kVXSuccess);
         bytes = DumpOf(movie);
     }
     void ExpectUnchanged() { EXPECT_TRUE(DumpOf(movie) == bytes); }
@@ -67,7 +56,7 @@ TEST_P(AllocationFault, Load) {
     RefuseEach([&](const auto& refuse) {
         VXFlintFile movie;
         VXIgnore(movie.SetListsTobeMaintained(types));
-        const bool isDone = refuse([&] { return Load(movie, bytes); });
+        const bool isDone = refuse([&] { return LoadInto(movie, bytes) == kVXSuccess; });
         EXPECT_TRUE(!isDone || DumpOf(movie) == whole);
     });
 }
@@ -86,7 +75,7 @@ TEST_P(AllocationFault, Dump) {
 TEST_P(AllocationFault, CompressedDumpAndLoad) {
     Loaded loaded(GetParam());
     VXFlintFile again;
-    ASSERT_TRUE(Load(again, loaded.bytes));
+    ASSERT_TRUE(LoadInto(again, loaded.bytes) == kVXSuccess);
     const Bytes whole = DumpOf(again);
     loaded.movie.SetCompression(1);
     RefuseEach([&](const auto& refuse) {

@@ -55,8 +55,7 @@ protected:
         {
             VXFlintFile movie;
             movie.SetParsingMode(GetParam().parsingMode);
-            VXBitStream in = StreamOver(bytes);
-            VXIgnore(movie.LoadFromStream(in));
+            VXIgnore(LoadInto(movie, bytes));
             VXBitStream out;
             VXIgnore(movie.DumpToStream(out));
         }
@@ -70,7 +69,7 @@ TEST_P(DamagedMovie, EveryTruncation) {
         const Bytes movie = GoldenMovie(version);
         for (std::size_t size = GetParam().number; size < movie.size(); size += kParts) {
             SCOPED_TRACE(size);
-            Survive(Bytes(movie.begin(), movie.begin() + static_cast<std::ptrdiff_t>(size)));
+            Survive(Head(movie, size));
             if (HasFatalFailure()) return;
         }
     }

@@ -2,6 +2,7 @@
 
 #include "support/GoldenMovie.h"
 #include "support/SilentAsserts.h"
+#include "support/TagSweep.h"
 #include "vxswf.h"
 
 namespace {
@@ -47,19 +48,10 @@ void FailEach(const Attempt& attempt) {
     }
 }
 
-Bytes MemoryOf(const CVXStreamReadWrite& stream) {
-    return Bytes(stream.GetMemory(), stream.GetMemory() + stream.GetMemorySize());
-}
-
-void Load(VXFlintFile& movie, const Bytes& bytes) {
-    VXBitStream in = StreamOver(bytes);
-    ASSERT_EQ(movie.LoadFromStream(in), kVXSuccess);
-}
-
 TEST(StreamFault, ALoadIsWholeOrFails) {
     const Bytes bytes = GoldenMovie(8);
     VXFlintFile whole;
-    Load(whole, bytes);
+    ASSERT_EQ(LoadInto(whole, bytes), kVXSuccess);
     FailEach([&](FaultyStream& stream) {
         stream.SetMode(IVXStream::kWrite);
         for (unsigned char byte : bytes) stream.CVXStreamReadWrite::XferByte(byte);
@@ -74,7 +66,7 @@ TEST(StreamFault, ALoadIsWholeOrFails) {
 TEST(StreamFault, ADumpIsWholeOrFails) {
     const SilentAsserts silence;
     VXFlintFile movie;
-    Load(movie, GoldenMovie(8));
+    ASSERT_EQ(LoadInto(movie, GoldenMovie(8)), kVXSuccess);
     for (const short compression : {short{0}, short{1}}) {
         movie.SetCompression(compression);
         CVXStreamReadWrite good;
@@ -84,7 +76,7 @@ TEST(StreamFault, ADumpIsWholeOrFails) {
             stream.SetMode(IVXStream::kWrite);
             const VXErrorCodeEnum failure = compression != 0 ? kVXCompressionFailed : kVXFailure;
             const VXErrorCodeEnum result = movie.DumpToStream(&stream);
-            const bool isWhole = MemoryOf(stream) == MemoryOf(good);
+            const bool isWhole = BytesOf(stream) == BytesOf(good);
             EXPECT_TRUE(result == kVXSuccess ? isWhole : result == failure && stream.HasFailed());
         });
     }
@@ -106,8 +98,8 @@ TEST(StreamFault, WhatIsCompressedIsWholeOrFails) {
             const short result =
                 streamed ? stream.StreamedCompress(8) : stream.Compress(8, 0, nullptr, nullptr);
             EXPECT_TRUE(result != 0 || source.HasFailed());
-            if (whole.empty()) whole = MemoryOf(target);
-            EXPECT_TRUE(result == 0 || MemoryOf(target) == whole);
+            if (whole.empty()) whole = BytesOf(target);
+            EXPECT_TRUE(result == 0 || BytesOf(target) == whole);
         };
         FaultyStream good(1000, false);
         attempt(good);

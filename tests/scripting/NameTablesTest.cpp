@@ -11,10 +11,8 @@ using Ids = std::vector<unsigned short>;
 TEST(VXSwfExportAssetsTag, DumpsWhatItLoads) {
     SweepTag("two assets, one without a name", TagBytes(56, Hex("0200 0500 612F6200 FFFF 00")));
     SweepTag("a long header on a short body", LongTagBytes(56, Hex("0100 0500 4100")));
-    SweepTag("a name in an 8-bit code page", TagBytes(56, Hex("0100 0500 E900")));
     SweepTag("Kept: a name outside ASCII is cut", TagBytes(56, Hex("0100 0500 61C3A900")),
              TagBytes(56, Hex("0100 0500 61C300")));
-    SweepTag("63 bytes and more", LongTagBytes(56, Join({Hex("0100 0500"), Repeat(59, 0x61), Hex("00")})));
 }
 
 TEST(VXSwfExportAssetsTag, TablesThatAreCutKeepWhatWasRead) {
@@ -73,11 +71,7 @@ TEST(VXSwfSymbolClassTag, TablesThatAreCutKeepWhatWasRead) {
         const char* body;
         Ids ids;
         std::size_t names;
-    } rows[] = {{"02", {}, 0},
-                {"FEFF", {}, 0},
-                {"FEFF 0500 4100 06", {5}, 1},
-                {"FEFF 0500 41", {5}, 0},
-                {"FEFF 0500 4100 0600", {5, 6}, 1}};
+    } rows[] = {{"02", {}, 0}, {"FEFF 0500 4100 06", {5}, 1}, {"FEFF 0500 4100 0600", {5, 6}, 1}};
     for (const auto& row : rows) {
         const auto tag = NewTag<VXSwfSymbolClassTag>(76);
         EXPECT_EQ(LoadInto(*tag, TagBytes(76, Hex(row.body))), kVXFailure) << row.body;
@@ -88,8 +82,6 @@ TEST(VXSwfSymbolClassTag, TablesThatAreCutKeepWhatWasRead) {
         tag->AddSymbol("B", 9);
         tag->AddSymbol("C", 5);
         EXPECT_EQ(tag->m_Names.size(), tag->m_Ids.size()) << "parallel again: " << row.body;
-        VXFlintIDMap map;
-        tag->UpdateReferenceIDs(&map);
     }
 }
 

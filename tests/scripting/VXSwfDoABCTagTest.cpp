@@ -16,7 +16,6 @@ TEST(VXSwfDoABCTag, LoadsWhatIsThere) {
     } rows[] = {
         {"code", Hex("00000080 6100 AABB"), kVXSuccess, 0x80000000, Hex("AABB")},
         {"flags cut short", Hex("010203"), kVXFailure, 0x030201, {}},
-        {"no name", Hex("02000000"), kVXFailure, 2, {}},
         {"a name without its end", Hex("02000000 61"), kVXFailure, 2, {}},
         {"no code", Hex("02000000 00"), kVXSuccess, 2, {}},
         {"Kept: a name of fewer units than bytes reckons with code that is not there",
@@ -51,13 +50,7 @@ TEST(VXSwfDoABCTag, DumpsWhatWasLoadedOrBuilt) {
     EXPECT_EQ(DumpOf(*tag), TagBytes(82, Hex("01000000 C3 00 AABB"))) << "Kept: a byte for each unit";
     ASSERT_EQ(LoadInto(*tag, LongTagBytes(82, Hex("05000000 6100 AABB"))), kVXSuccess);
     EXPECT_EQ(DumpOf(*tag), LongTagBytes(82, Hex("05000000 6100 AABB")));
-    const unsigned char* kept = tag->GetData();
-    for (unsigned int room = 0; room < 14; ++room) {
-        const Bytes buffer(room);
-        VXBitStream small = StreamOver(buffer);
-        EXPECT_NE(tag->DumpToStream(small), kVXSuccess) << room;
-        EXPECT_EQ(tag->GetData(), kept);
-    }
+    ExpectShortDumpsFail(*tag);
     const TagPtr copy(tag->Copy(), &VXSwfTagFactory::DeleteTag);
     tag->GetABCData()[0] = 0;
     EXPECT_EQ(DumpOf(*copy), TagBytes(82, Hex("05000000 6100 AABB"))) << "copies are independent";

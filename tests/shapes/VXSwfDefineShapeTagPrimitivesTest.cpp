@@ -40,9 +40,6 @@ TEST(VXSwfDefineShapeTagPrimitives, Rectangle) {
                                 Bits("0001 0010  0 00101 00111 0010100 0101000 1"
                                      "11 0110 0 1 01100100  11 0101 0 0 0111100"
                                      "11 0110 0 1 10011100  11 0101 0 0 1000100  000000")})));
-    EXPECT_EQ(RecordsOf(*Drawn(&Tag::CreateRectangle, 5, 0, 5, 9, kColor)),
-              "M 5,0 g1 | V 9 | H 0 | V -9 | H 0 | E")
-        << "without a width";
     VXFlintFillStyle fill;
     fill.FillStyleType = 67;
     const Shape filled = Drawn(&Tag::CreateRectangleWithFillStyle, 0, 0, 1, 1, fill);
@@ -67,9 +64,7 @@ TEST(VXSwfDefineShapeTagPrimitives, RoundedRectangle) {
     EXPECT_EQ(BoundsOf(*shape), "0,0 100,50");
     EXPECT_EQ(RecordsOf(*draw(0, 0, 10, 10, 8)).substr(0, 18), "M 0,8 g1 | V -6 | ")
         << "the radius is too large";
-    for (const int radius : {0, -5, INT_MIN}) {
-        EXPECT_EQ(RecordsOf(*draw(1, 2, 4, 7, radius)), "M 1,2 g1 | V 5 | H 3 | V -5 | H -3 | E");
-    }
+    EXPECT_EQ(RecordsOf(*draw(1, 2, 4, 7, INT_MIN)), "M 1,2 g1 | V 5 | H 3 | V -5 | H -3 | E");
     EXPECT_EQ(RecordsOf(*draw(INT_MAX, INT_MAX, INT_MIN, INT_MIN, INT_MAX)).substr(0, 26),
               "M 2.14748e+09,4.29497e+09 ")
         << "sums of 33 bits";
@@ -79,8 +74,6 @@ TEST(VXSwfDefineShapeTagPrimitives, TriangleAndLine) {
     const Shape shape = Drawn(&Tag::CreateTriangle, 5, 9, 1, 3, 8, 3, kColor);
     EXPECT_EQ(RecordsOf(*shape), "M 5,9 g1 | L -4,-6 | H 7 | L -3,6 | E");
     EXPECT_EQ(BoundsOf(*shape), "1,3 8,9");
-    EXPECT_EQ(RecordsOf(*Drawn(&Tag::CreateTriangle, 5, 5, 5, 5, 5, 5, kColor)),
-              "M 5,5 g1 | H 0 | H 0 | H 0 | E");
     const Shape line = Drawn(&Tag::CreateStraightLine, 9, 1, 2, 4, kColor, 2);
     EXPECT_EQ(RecordsOf(*line), "M 9,1 l1 | L -7,3 | E");
     EXPECT_EQ(BoundsOf(*line), "9,1 2,4") << "not put in order";
@@ -99,14 +92,12 @@ TEST(VXSwfDefineShapeTagPrimitives, ShapeForImage) {
         int imageWidth, width;
         short tiled;
         int scale;
-    } rows[] = {{100, 50, 0, 655360}, {100, 50, 1, 1310720}, {0, 0, 0, 1310720},      {0, 5, 0, INT_MAX},
-                {0, -5, 0, INT_MIN},  {3, 1, 0, 436906},     {1, INT_MAX, 0, INT_MAX}};
+    } rows[] = {{100, 50, 1, 1310720}, {0, 0, 0, 1310720}, {0, -5, 0, INT_MIN}, {3, 1, 0, 436906}};
     for (const auto& row : rows) {
         const Shape image =
             Drawn(&Tag::CreateShapeForImage, 7, INT_MAX, 0, row.imageWidth, 1, row.width, 1, row.tiled);
         const VXFlintFillStyle& style = image->ShapeWithStyle.FillStyles.FillStyles.at(0);
         EXPECT_EQ(style.FillStyleType, row.tiled != 0 ? 64 : 65);
-        EXPECT_EQ(style.BitmapMatrix.HasScale, 1);
         EXPECT_EQ(style.BitmapMatrix.ScaleX, row.scale);
     }
 }

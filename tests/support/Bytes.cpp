@@ -1,5 +1,8 @@
 #include "support/Bytes.h"
 
+#include <gtest/gtest.h>
+#include <zlib.h>
+
 Bytes Hex(std::string_view digits) {
     Bytes bytes;
     bool isLow = false;
@@ -27,10 +30,39 @@ Bytes Bits(std::string_view digits) {
 
 Bytes Repeat(std::size_t count, unsigned char value) { return Bytes(count, value); }
 
+Bytes Repeat(std::size_t count, const Bytes& part) {
+    Bytes bytes;
+    bytes.reserve(count * part.size());
+    for (; count != 0; --count) bytes.insert(bytes.end(), part.begin(), part.end());
+    return bytes;
+}
+
 Bytes Join(std::initializer_list<Bytes> parts) {
     Bytes bytes;
     for (const Bytes& part : parts) bytes.insert(bytes.end(), part.begin(), part.end());
     return bytes;
+}
+
+Bytes Head(const Bytes& bytes, std::size_t size) { return Bytes(bytes.data(), bytes.data() + size); }
+
+Bytes Noise(std::size_t size, unsigned int seed) {
+    Bytes bytes(size);
+    for (unsigned char& byte : bytes) {
+        seed = seed * 1664525u + 1013904223u;
+        byte = static_cast<unsigned char>(seed >> 24);
+    }
+    return bytes;
+}
+
+Bytes Deflated(const Bytes& bytes, int level) {
+    uLongf size = compressBound(bytes.size());
+    Bytes result(size);
+    EXPECT_EQ(compress2(result.data(), &size, bytes.data(), bytes.size(), level), Z_OK);
+    return Head(result, size);
+}
+
+Bytes Word(unsigned int value) {
+    return {static_cast<unsigned char>(value), static_cast<unsigned char>(value >> 8)};
 }
 
 Bytes BytesOf(VXBitStream& stream) {
@@ -47,22 +79,14 @@ VXBitStream StreamOver(const Bytes& bytes) {
     return stream;
 }
 
-namespace {
-
-Bytes WordBytes(unsigned int value) {
-    return {static_cast<unsigned char>(value), static_cast<unsigned char>(value >> 8)};
-}
-
-}  // namespace
-
 Bytes TagBytes(unsigned int type, const Bytes& body) {
     if (body.size() >= 63) return LongTagBytes(type, body);
-    return Join({WordBytes(type << 6 | static_cast<unsigned int>(body.size())), body});
+    return Join({Word(type << 6 | static_cast<unsigned int>(body.size())), body});
 }
 
 Bytes LongTagBytes(unsigned int type, const Bytes& body) {
     const auto length = static_cast<unsigned int>(body.size());
-    return Join({WordBytes(type << 6 | 63u), WordBytes(length), WordBytes(length >> 16), body});
+    return Join({Word(type << 6 | 63u), Word(length), Word(length >> 16), body});
 }
 
 Bytes MovieBytes(unsigned char version, const Bytes& tags) {

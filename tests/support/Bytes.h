@@ -14,7 +14,15 @@ Bytes Hex(std::string_view digits);
 /// Bytes from 0 and 1, the most significant bit first; spaces are free, and zeros fill the last byte.
 Bytes Bits(std::string_view digits);
 Bytes Repeat(std::size_t count, unsigned char value);
+Bytes Repeat(std::size_t count, const Bytes& part);
 Bytes Join(std::initializer_list<Bytes> parts);
+/// The first `size` bytes.
+Bytes Head(const Bytes& bytes, std::size_t size);
+/// Bytes without a pattern, the same ones for a seed.
+Bytes Noise(std::size_t size, unsigned int seed = 12345);
+Bytes Deflated(const Bytes& bytes, int level);
+/// The two bytes of a number.
+Bytes Word(unsigned int value);
 /// What stands in a memory stream.
 Bytes BytesOf(VXBitStream& stream);
 Bytes BytesOf(const CVXStreamReadWrite& stream);

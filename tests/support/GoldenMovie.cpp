@@ -5,16 +5,9 @@
 
 #include "platform/CVXStreamReadWrite.h"
 #include "support/TagSets.h"
-#include "support/TagSweep.h"
 #include "vxswf.h"
 
 namespace {
-
-Bytes Text(const char* text) {
-    Bytes bytes(text, text + std::char_traits<char>::length(text));
-    bytes.push_back(0);
-    return bytes;
-}
 
 const Bytes kUnitMatrix = Hex("00");
 const Bytes kFullMatrix = Bits("1 00011 010 001  1 00010 01 11  00100 0101 1011");

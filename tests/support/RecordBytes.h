@@ -1,30 +1,13 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include "support/TagSweep.h"
-
-/// Loads `bytes` into a record or a tag.
-template <typename Record>
-VXErrorCodeEnum LoadInto(Record& record, const Bytes& bytes) {
-    VXBitStream in = StreamOver(bytes);
-    return record.LoadFromStream(in);
-}
-
-template <typename Record>
-Bytes BytesOfRecord(Record&& record) {
-    VXBitStream out;
-    EXPECT_EQ(record.DumpToStream(out), kVXSuccess);
-    EXPECT_EQ(out.FlushBits(), kVXSuccess);
-    return BytesOf(out);
-}
 
 /// Every load from fewer bytes than these fails; what is loaded into is a copy of `record`.
 template <typename Record>
 void ExpectCutsFail(const Bytes& bytes, const Record& record = {}) {
     for (std::size_t size = 0; size < bytes.size(); ++size) {
         Record cut = record;
-        EXPECT_EQ(LoadInto(cut, Bytes(bytes.data(), bytes.data() + size)), kVXFailure) << size << " bytes";
+        EXPECT_EQ(LoadInto(cut, Head(bytes, size)), kVXFailure) << size << " bytes";
     }
 }
 

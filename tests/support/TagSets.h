@@ -1,16 +1,10 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
+#include <string>
 #include <vector>
 
-#include "framework/VXSwfTag.h"
-#include "framework/VXSwfTagSet.h"
-#include "support/Bytes.h"
-
-inline Bytes Word(unsigned int value) {
-    return {static_cast<unsigned char>(value), static_cast<unsigned char>(value >> 8)};
-}
+#include "framework/VXFlintFile.h"
+#include "support/TagSweep.h"
 
 /// A lossless bitmap, which stays raw, with nothing but its ID.
 inline Bytes Bitmap(unsigned int id) { return TagBytes(36, Word(id)); }
@@ -33,11 +27,11 @@ inline void LoadTags(VXSwfTagSet& set, const Bytes& tags, unsigned int parsingMo
     EXPECT_EQ(set.LoadFromStream(in, 8), kVXSuccess);
 }
 
-inline Bytes DumpOf(VXSwfTagSet& set) {
-    VXBitStream out;
-    EXPECT_EQ(set.DumpToStream(out), kVXSuccess);
-    return BytesOf(out);
-}
+/// A name as it stands on the wire.
+inline Bytes Text(const char* text) { return {text, text + std::char_traits<char>::length(text) + 1}; }
+
+inline Bytes DumpOf(VXSwfTagSet& set) { return BytesOfRecord(set); }
+inline Bytes DumpOf(VXFlintFile& movie) { return BytesOfRecord(movie); }
 
 inline std::vector<unsigned int> TypesOf(const VXSwfTagSet& set) {
     std::vector<unsigned int> types;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -19,10 +21,32 @@ std::unique_ptr<Tag> NewTag(unsigned int type, short limitedClasses = 0) {
     if (made == nullptr) VXSwfTagFactory::DeleteTag(tag);
     return std::unique_ptr<Tag>(made);
 }
+/// What a tag says of itself.
+std::string TextOf(VXSwfTag& tag);
+
+/// Loads `bytes` into a record or a tag.
+template <typename Record>
+VXErrorCodeEnum LoadInto(Record& record, const Bytes& bytes) {
+    VXBitStream in = StreamOver(bytes);
+    return record.LoadFromStream(in);
+}
+/// What a dump of a record writes.
+template <typename Record>
+Bytes BytesOfRecord(Record&& record) {
+    VXBitStream out;
+    EXPECT_EQ(record.DumpToStream(out), kVXSuccess);
+    EXPECT_EQ(out.FlushBits(), kVXSuccess);
+    return BytesOf(out);
+}
+
 /// Loads `bytes`, header and body, into a tag of the class that a file gives to the type.
 TagPtr LoadTag(const Bytes& bytes, unsigned char version = 8);
 /// What a dump of `tag` writes.
 Bytes DumpOf(VXSwfTag& tag);
+
+/// Calls `survive` with `bytes` cut short behind every byte, in a copy of its own size so that a read behind
+/// the end is seen, and with every bit flipped.
+void ForEachDamage(const Bytes& bytes, const std::function<void(const Bytes&)>& survive);
 
 /// Loads one tag, header and body, dumps it and compares with `out`; dumps it once more to the same bytes.
 /// Then breaks it in every way that a sanitizer could mind: cut short behind every byte, with every bit
@@ -30,13 +54,21 @@ Bytes DumpOf(VXSwfTag& tag);
 void SweepTag(const std::string& what, const Bytes& in, const Bytes& out, unsigned char version = 8);
 inline void SweepTag(const std::string& what, const Bytes& in) { SweepTag(what, in, in); }
 
-/// The same for a record: `make` gives a new object with a `Load` and a `Dump`.
-struct RecordSweep {
-    std::function<VXErrorCodeEnum(VXBitStream&)> load;
-    std::function<VXErrorCodeEnum(VXBitStream&)> dump;
-};
-void SweepRecord(const std::string& what, const std::function<RecordSweep()>& make, const Bytes& in,
-                 const Bytes& out);
+/// The same for a record that is loaded into and dumped from copies of `record`, but for dumps without room.
+template <typename Record>
+void SweepRecord(const std::string& what, const Record& record, const Bytes& in, const Bytes& out) {
+    SCOPED_TRACE(what);
+    Record loaded(record);
+    EXPECT_EQ(LoadInto(loaded, in), kVXSuccess);
+    EXPECT_EQ(BytesOfRecord(loaded), out);
+    EXPECT_EQ(BytesOfRecord(loaded), out) << "the second dump";
+    ForEachDamage(in, [&record](const Bytes& bytes) {
+        Record damaged(record);
+        VXIgnore(LoadInto(damaged, bytes));
+        VXBitStream dumped;
+        VXIgnore(damaged.DumpToStream(dumped));
+    });
+}
 
 /// For a record class with `LoadFromStream(VXBitStream&)` and `DumpToStream(VXBitStream&)`. `prepare` sets up
 /// a new record.
@@ -44,13 +76,7 @@ template <typename Record>
 void SweepRecordOf(
     const std::string& what, const Bytes& in, const Bytes& out,
     const std::function<void(Record&)>& prepare = [](Record&) {}) {
-    SweepRecord(
-        what,
-        [&prepare] {
-            auto record = std::make_shared<Record>();
-            prepare(*record);
-            return RecordSweep{[record](VXBitStream& stream) { return record->LoadFromStream(stream); },
-                               [record](VXBitStream& stream) { return record->DumpToStream(stream); }};
-        },
-        in, out);
+    Record record;
+    prepare(record);
+    SweepRecord(what, record, in, out);
 }

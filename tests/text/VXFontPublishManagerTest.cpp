@@ -58,8 +58,6 @@ TEST_F(VXFontPublishManagerTags, AreSharedAndBringTheirTextSettings) {
     EXPECT_NE(Get("Ab", 0, 1), own.get()) << "a temporary one is not shared";
     const FontPtr none(Manager::GetDefineFontTag("Cd", 0, 0, nullptr, nullptr, true));
     EXPECT_EQ(none->GetCharacterId(), 0) << "no generator, no ID; no holder, no inclusion";
-    const FontPtr other(Manager::GetDefineFontTag("Ef", 0, 0, &ids, this, false));
-    EXPECT_EQ(tags.size(), 6u);
 }
 
 TEST_F(VXFontPublishManagerTags, ASecondStyleAnswersWithTheFirst) {

@@ -25,9 +25,7 @@ TEST(VXSwfRemoveObjectTag, CopiesBothFieldsAndNoHeader) {
     const TagPtr copy(loaded->Copy(), &VXSwfTagFactory::DeleteTag);
     EXPECT_EQ(dynamic_cast<VXSwfRemoveObjectTag&>(*copy).CharacterId, 7) << "which type 28 does not carry";
     EXPECT_EQ(DumpOf(*copy), Hex("02 07 09 00")) << "not through the wire, so the long header is gone";
-    VXString text("> ");
-    copy->GetTextInfo(text);
-    EXPECT_EQ(text.GetUTF8String(), "> TAG_REMOVEOBJECT2(28) - Depth=9 - Id(?)=7");
+    EXPECT_EQ(TextOf(*copy), "TAG_REMOVEOBJECT2(28) - Depth=9 - Id(?)=7");
 }
 
 TEST(VXSwfPlaceObjectTag, DumpsWhatItLoads) {
@@ -46,7 +44,6 @@ TEST(VXSwfPlaceObjectTag, TakesAWholeColourTransform) {
     tag->SetCharacterId(5);
     tag->SetDepth(3);
     tag->SetCxForm(nullptr);
-    EXPECT_EQ(DumpOf(*tag), Hex("06 01 05 00 03 00 00 00"));
     VXFlintCxForm cxForm;
     cxForm.HasAddTerms = 1;
     cxForm.AlphaAddTerm = 1;
@@ -100,8 +97,6 @@ TEST(VXSwfDefineBinaryDataTag, DumpsTheBytesOfAStream) {
     EXPECT_EQ(DumpOf(*tag), Hex("C6 15 07 00 00 00 00 00")) << "no data yet";
     const Bytes data = Hex("01 02 03 04");
     CVXStreamReadWrite stream(data.data(), data.size());
-    EXPECT_EQ(tag->SetBinaryData(&stream), kVXSuccess);
-    EXPECT_EQ(DumpOf(*tag), Hex("CA 15 07 00 00 00 00 00 01 02 03 04"));
     stream.Seek(3, kVXSeekFromStart);
     EXPECT_EQ(tag->SetBinaryData(&stream), kVXSuccess);
     EXPECT_EQ(DumpOf(*tag), Hex("CA 15 07 00 00 00 00 00 04 00 00 00"))

@@ -1,8 +1,5 @@
 #include "timeline/VXSwfDefineSpriteTag.h"
 
-#include <list>
-
-#include "framework/VXFlintIDMap.h"
 #include "support/RecordBytes.h"
 
 namespace {
@@ -55,24 +52,6 @@ TEST(VXSwfDefineSpriteTag, CopiesAreDeepAndParsed) {
     EXPECT_EQ(sprite.GetNumShowFrameTags(), 1u);
     (*sprite.begin())->SetCharacterId(0xFFFF);
     EXPECT_EQ(DumpOf(*tag), kSprite);
-}
-
-TEST(VXSwfDefineSpriteTag, ReferencesOfNestedTagsAreFollowed) {
-    VXSwfTagSet set;
-    VXSwfTag* font = LoadTag(TagBytes(48, Hex("01 00"))).release();
-    VXSwfTag* sound = LoadTag(TagBytes(14, Hex("02 00"))).release();
-    VXSwfTag* sprite = LoadTag(SpriteBytes("07 00  00 00  82 13 01 00  82 13 02 00  00 00")).release();
-    for (VXSwfTag* tag : {font, sound, sprite}) set.AppendTag(tag);
-    std::list<VXSwfTag*> list;
-    for (int round = 0; round < 2; ++round) {
-        sprite->BuildDependencyList(list, &set);
-        EXPECT_EQ(list, (std::list<VXSwfTag*>{sound, font, sprite})) << "what it needs comes in front";
-    }
-    VXFlintIDMap map;
-    map.Set(1, 9);
-    sprite->UpdateReferenceIDs(nullptr);
-    sprite->UpdateReferenceIDs(&map);
-    EXPECT_EQ(DumpOf(*sprite), SpriteBytes("07 00  00 00  82 13 09 00  82 13 02 00  00 00"));
 }
 
 }  // namespace

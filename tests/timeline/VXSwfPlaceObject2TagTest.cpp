@@ -19,12 +19,6 @@ const Bytes kFull = Join({Hex("7E 02 00 05 00"),            // all but clip acti
                           Bits("1 0 0011 001 111 000 010"),  // add 1, −1, 0 and 2 for alpha
                           Hex("34 12 61 62 00 09 00")});     // ratio, name, clip depth
 
-std::string TextOf(VXSwfTag& tag) {
-    VXString text;
-    tag.GetTextInfo(text);
-    return text.GetUTF8String();
-}
-
 std::unique_ptr<Tag> Load(const Bytes& body, unsigned char version = 8) {
     return std::unique_ptr<Tag>(dynamic_cast<Tag*>(LoadTag(TagBytes(26, body), version).release()));
 }
@@ -55,10 +49,8 @@ TEST(VXSwfPlaceObject2Tag, DumpsWhatItLoadsUnderALongHeader) {
     SweepTag("none become an empty block", TagBytes(26, Hex("80 01 00")),
              Long("80 01 00  00 00 00 00 00 00 00 00 00 00"), 6);
     const auto tag = Load(Join({Hex("04 00 00"), Bits("0 0 01000 00010100 11101100")}));
-    EXPECT_EQ(tag->GetMatrix().NTranslateBits, 8u);
     DumpOf(*tag);
     EXPECT_EQ(tag->GetMatrix().NTranslateBits, 6u) << "the width of its dump";
-    EXPECT_EQ(tag->GetMatrix().TranslateY, -1.0);
 }
 
 TEST(VXSwfPlaceObject2Tag, FlagsStayOnceTheyAreSet) {
@@ -129,7 +121,6 @@ TEST(VXSwfPlaceObject2Tag, ScalesAboutItsOrigin) {
         int scaleX, scaleY, skew0, skew1;
     } rows[] = {
         {plain, 100, 100, 100, 100, 65536, 65536, 0, 0},
-        {plain, 10, 20, 10, 10, 131072, 65536, 0, 0},
         {plain, 3, 1, 16777217, 16777216, 21845, 65536, 0, 0},  // Kept: single precision
         {plain, 0, 1, 0, 0, INT_MAX, 65536, 0, 0},
         {hidden, 0, 1, 2, 3, 0, -4, 0, 0},
