@@ -33,9 +33,7 @@ void ExpectNothing() {
     EXPECT_EQ(TYFontDictGetStyle(font), 0);
     float first = 1, second = 1, third = 1;
     TYFontDictGetHorizontalMetrics(font, first, second, third);
-    EXPECT_EQ(first, 0.0F);
-    EXPECT_EQ(second, 0.0F);
-    EXPECT_EQ(third, 0.0F);
+    EXPECT_TRUE(first == 0 && second == 0 && third == 0);
     const CTYFontInstance instance =
         TYFontInstanceNewFontInstance(font, {}, TYEncodingNewFromPreDefEncoding(13));
     EXPECT_EQ(TYFontInstanceGetMatrix(instance).d, 0.0F);
