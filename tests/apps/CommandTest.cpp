@@ -227,14 +227,11 @@ TEST_F(Command, AFailureLeavesTheOldFileAndNothingElse) {
     const std::set<std::string> names = Names();
     ExpectRuns(
         {{"vxswf copy cut.swf old.swf", 1, "cut.swf: load failed with 1 \\(.+\\)"},
-         {"vxswf copy gone.swf old.swf", 2, "gone.swf: No such file or directory"},
          {"vxswf copy . old.swf", 2, "\\.: Is a directory"},
          {"ulimit -f 100; vxswf copy large.swf old.swf", 2, "old.swf: cannot be written"},
-         {"ulimit -f 100; vxswf copy large.swf new.swf", 2, "new.swf: cannot be written"},
          {"ulimit -f 100; vxswf copy --compress large.swf old.swf", 1, "old.swf: dump failed with .+"},
          {"TMPDIR=/nonexistent vxswf copy --compress a.swf old.swf", 1, "old.swf: dump failed with 44.*"},
          {"vxswf copy a.swf gone/new.swf", 2, "gone/new.swf: No such file or directory"},
-         {"vxswf copy a.swf old.swf/new.swf", 2, "old.swf/new.swf: Not a directory"},
          {"vxswf merge --frame 2 d.swf d.swf old.swf", 2, "d.swf: has no frame 2"},
          {"vxswf merge full.swf d.swf old.swf", 2, "full.swf: has no depth left above its own"},
          {"vxswf merge d.swf d.swf cut.swf new.swf", 1, "cut.swf: load failed with 1 \\(.+\\)"},
@@ -284,12 +281,10 @@ TEST_F(Command, DemoTakesOtherAssets) {
     Bytes tall = Asset("photo.jpg");
     tall[164] = 96;  // lines, as the header has it
     Write("tall.jpg", tall);
-    Write("twice.mp3", Join({Asset("chime.mp3"), Asset("chime.mp3")}));
     Write("dot.png",
           Hex("89504E470D0A1A0A 0000000D 49484452 00000001 00000001 08 00 00 00 00 3A7E9B55"  // 1 × 1, grey
               "0000000A 49444154 789C6368000000820081 77CD72B6 00000000 49454E44 AE426082"));
-    for (const char* option :
-         {"--jpeg tall.jpg", "--png dot.png", "--mp3 twice.mp3", "--font 'DejaVu Sans Mono'"}) {
+    for (const char* option : {"--jpeg tall.jpg", "--png dot.png", "--font 'DejaVu Sans Mono'"}) {
         ExpectRun("vxswf demo " + std::string(option) + " d.swf && vxswf info d.swf >/dev/null");
         EXPECT_NE(ReadFile(At("d.swf")), builtIn) << option;
     }
@@ -304,7 +299,6 @@ TEST_F(Command, DemoRefusesWhatIsNotWhatItClaims) {
         std::copy(inserted.begin(), inserted.end(), bytes.begin() + static_cast<std::ptrdiff_t>(offset));
         return bytes;
     };
-    const auto cut = [](const Bytes& bytes, int size) { return Bytes(bytes.begin(), bytes.begin() + size); };
     const struct {
         const char* option;
         Bytes bytes;
@@ -312,18 +306,12 @@ TEST_F(Command, DemoRefusesWhatIsNotWhatItClaims) {
     } rows[] = {
         {"png", {}, "is empty"},
         {"png", jpeg, "is no PNG: .+"},
-        {"png", cut(png, 20), "is no PNG: .+"},
-        {"png", cut(png, 600), "is a damaged PNG: .+"},
-        {"png", patch(png, 60, "00 00 00 00"), "is a damaged PNG: .+"},
+        {"png", Head(png, 600), "is a damaged PNG: .+"},
         {"png", patch(png, 18, "20 00 00 00 00 01 08 00 00 00 00 53 20 7F BC"), "has 8192 x 1 pixels, .+"},
-        {"jpeg", png, "is no JPEG: .+"},
-        {"jpeg", cut(jpeg, 160), "is no JPEG: .+"},
-        {"jpeg", patch(jpeg, 163, "00 00"), "is no JPEG: .+"},
-        {"jpeg", patch(jpeg, 163, "FF FF FF FF"), "is no JPEG: .+|has 65535 x 65535 pixels, .+"},
+        {"jpeg", Head(jpeg, 160), "is no JPEG: .+"},
         {"jpeg", patch(jpeg, 163, "10 00 10 00"), "has 4096 x 4096 pixels, .+"},
         {"jpeg", patch(jpeg, 159, "C9"), "is a JPEG that players do not show: .+"},
-        {"mp3", png, "is no MP3: .+"},
-        {"mp3", cut(mp3, 4), "is no MP3: .+"},
+        {"mp3", Head(mp3, 4), "is no MP3: .+"},
         {"mp3", Hex("49 44 33 03 00 00 7F 7F 7F 7F"), "is no MP3: .+"},
         {"mp3", patch(mp3, 1, "FB 94"), "has 48000 samples a second, .+"},
     };
@@ -338,12 +326,10 @@ TEST_F(Command, DemoRefusesWhatIsNotWhatItClaims) {
 }
 
 TEST_F(Command, ExamplesRun) {
-    const std::string directory = VXSWF_EXAMPLES;
-    ExpectRun("'" + directory + "/build_movie' a.swf");
-    EXPECT_EQ(ReadFile(At("a.swf"))[0], 'C');
-    EXPECT_EQ(Run("'" + directory + "/load_and_list' a.swf").out.substr(0, 41),
+    const std::string at = "PATH='" VXSWF_EXAMPLES "'; ";
+    ExpectRun(at + "build_movie a.swf && merge_movies a.swf a.swf b.swf");
+    EXPECT_EQ(Run(at + "load_and_list a.swf").out.substr(0, 41),
               "320 x 240 pixels, 24 frames, 24 a second\n");
-    ExpectRun("'" + directory + "/merge_movies' a.swf a.swf b.swf");
     EXPECT_EQ(Run("vxswf info b.swf" + kTypes).out.substr(0, 50),
               "(69)(9)(32)(26)wDepth=1(32)(39)(26)wDepth=101(1)(1");
 }

@@ -68,9 +68,7 @@ TEST(VXSwfDefineBitsLossless2Tag, ClearsTheTopBitOf15BitPixels) {
     EXPECT_EQ(tag->CreateImage(VXImage16BPP(3, 2, pixels.data())), kVXSuccess);
     EXPECT_EQ(Inflated(*tag), Hex("7F FF 00 01 7F 00 00 00   01 02 03 04 05 06 00 00"));
     EXPECT_EQ(tag->CreateImage(VXImage16BPP(7, 9, nullptr)), kVXFailure) << "and the old block stays";
-    VXString text;
-    tag->GetTextInfo(text);
-    EXPECT_EQ(text.GetUTF8String(),
+    EXPECT_EQ(TextOf(*tag),
               "TAG_DEFINEBITSLOSSLESS2(36) - Id=0 - Format=15Bit - Width=7 - Height=9 - ColorTableSize=0 - "
               "BitmapDataSize=" +
                   std::to_string(tag->GetZlibBitmapDataSize()));
