@@ -72,11 +72,14 @@ struct Derived : Base {
 };
 
 TEST(VXPool, HostsMayAlignTheirClasses) {
+    struct alignas(16) Half : Base {};
     struct alignas(64) Line : Base {};
-    std::vector<std::unique_ptr<Line>> objects(100);
-    for (auto& object : objects) {
-        object = std::make_unique<Line>();
-        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(object.get()) % 64, 0u);
+    std::vector<std::unique_ptr<Base>> objects;
+    for (int i = 0; i < 100; ++i) {
+        objects.push_back(std::make_unique<Half>());
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(objects.back().get()) % 16, 0u);
+        objects.push_back(std::make_unique<Line>());
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(objects.back().get()) % 64, 0u);
     }
 }
 
