@@ -126,7 +126,7 @@ void VisitCubic(const double (&points)[8], double tolerance, BezShapeVisitor& vi
     for (const double coordinate : points) isNear &= std::fabs(coordinate) <= kFarthest;
     if (isNear) {
         // No number of halves is exact enough for a tolerance of 0.
-        const unsigned int depth = tolerance > 0.0 ? 0 : kDeepest;
+        const int depth = tolerance > 0.0 ? 0 : kDeepest;
         VisitHalves(tolerance, p0, {points[2], points[3]}, {points[4], points[5]}, p3, depth, visitor);
     } else if (std::isfinite(p0.x) && std::isfinite(p0.y) && std::isfinite(p3.x) && std::isfinite(p3.y)) {
         VisitLine(p0, p3, visitor);
