@@ -44,6 +44,17 @@ std::unique_ptr<VXFlintShapeRecordBase> CopyOf(const VXFlintShapeRecordBase* rec
     }
 }
 
+/// All but the record itself.
+void CopyFields(const VXFlintShapeRecord& from, VXFlintShapeRecord& to) {
+    to.IsEdge = from.IsEdge;
+    to.UseAlpha = from.UseAlpha;
+    to.Supports255Plus = from.Supports255Plus;
+    to.IsLineStyle2 = from.IsLineStyle2;
+    to.Kind = from.Kind;
+    to.NumFillBits = from.NumFillBits;
+    to.NumLineBits = from.NumLineBits;
+}
+
 /// The style change that `wrapper` has by its `Kind` and in truth, or null.
 VXFlintShapeStyleChangeRecord* StyleChangeOf(const VXFlintShapeRecord& wrapper) {
     if (wrapper.Kind != VXFlintShapeRecord::kStyleChange || wrapper.Record == nullptr) return nullptr;
@@ -57,34 +68,18 @@ VXFlintShapeRecord::VXFlintShapeRecord(std::unique_ptr<VXFlintShapeRecordBase> r
     : Record(record.release()), Kind(KindOf(Record)) {}
 
 VXFlintShapeRecord::VXFlintShapeRecord(const VXFlintShapeRecord& other)
-    : Record(CopyOf(other.Record).release()),
-      IsEdge(other.IsEdge),
-      UseAlpha(other.UseAlpha),
-      Supports255Plus(other.Supports255Plus),
-      IsLineStyle2(other.IsLineStyle2),
-      Kind(other.Kind),
-      NumFillBits(other.NumFillBits),
-      NumLineBits(other.NumLineBits) {}
+    : Record(CopyOf(other.Record).release()) {
+    CopyFields(other, *this);
+}
 
 VXFlintShapeRecord::VXFlintShapeRecord(VXFlintShapeRecord&& other) noexcept
-    : Record(std::exchange(other.Record, nullptr)),
-      IsEdge(other.IsEdge),
-      UseAlpha(other.UseAlpha),
-      Supports255Plus(other.Supports255Plus),
-      IsLineStyle2(other.IsLineStyle2),
-      Kind(other.Kind),
-      NumFillBits(other.NumFillBits),
-      NumLineBits(other.NumLineBits) {}
+    : Record(std::exchange(other.Record, nullptr)) {
+    CopyFields(other, *this);
+}
 
 VXFlintShapeRecord& VXFlintShapeRecord::operator=(VXFlintShapeRecord other) noexcept {
     std::swap(Record, other.Record);
-    IsEdge = other.IsEdge;
-    UseAlpha = other.UseAlpha;
-    Supports255Plus = other.Supports255Plus;
-    IsLineStyle2 = other.IsLineStyle2;
-    Kind = other.Kind;
-    NumFillBits = other.NumFillBits;
-    NumLineBits = other.NumLineBits;
+    CopyFields(other, *this);
     return *this;
 }
 
