@@ -48,7 +48,7 @@ VXErrorCodeEnum VXFlintLineStyle::LoadFromStream(VXBitStream& in) {
     return Color.LoadFromStream(in);
 }
 
-VXErrorCodeEnum VXFlintLineStyle::DumpToStream(VXBitStream& out) const {
+VXErrorCodeEnum VXFlintLineStyle::DumpToStream(VXBitStream& out) {
     VX_RETURN_IF_FAILED(WriteWidth(out, Width));
     return Color.DumpToStream(out);
 }
@@ -67,7 +67,7 @@ VXErrorCodeEnum VXFlintLineStyle2::LoadFromStream(VXBitStream& in) {
     return Color.LoadFromStream(in);
 }
 
-VXErrorCodeEnum VXFlintLineStyle2::DumpToStream(VXBitStream& out) const {
+VXErrorCodeEnum VXFlintLineStyle2::DumpToStream(VXBitStream& out) {
     VX_RETURN_IF_FAILED(WriteWidth(out, Width));
     VX_RETURN_IF_FAILED(WriteEnum(out, StartCapStyle));
     VX_RETURN_IF_FAILED(WriteEnum(out, JoinStyle));

@@ -36,7 +36,7 @@ public:
 
     virtual ~VXFlintLineStyle();
     virtual VXErrorCodeEnum LoadFromStream(VXBitStream& in);
-    virtual VXErrorCodeEnum DumpToStream(VXBitStream& out) const;
+    virtual VXErrorCodeEnum DumpToStream(VXBitStream& out);
 
     // The rest.
 
@@ -68,7 +68,7 @@ public:
     ~VXFlintLineStyle2() override;
 
     VXErrorCodeEnum LoadFromStream(VXBitStream& in) override;
-    VXErrorCodeEnum DumpToStream(VXBitStream& out) const override;
+    VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
 
     void SetJoinStyle(VXJoinStyleEnum join) { JoinStyle = join; }
     void SetCapStyle(VXCapStyleEnum start, VXCapStyleEnum end);

@@ -10,7 +10,7 @@ VXErrorCodeEnum VXFlintLineStyleArray::LoadFromStream(VXBitStream& in) {
     return VXLoadStyles(in, LineStyleCount, UseAlpha, LineStyles);
 }
 
-VXErrorCodeEnum VXFlintLineStyleArray::DumpToStream(VXBitStream& out) const {
+VXErrorCodeEnum VXFlintLineStyleArray::DumpToStream(VXBitStream& out) {
     VX_RETURN_IF_FAILED(VXDumpStyleCount(out, LineStyleCount));
     if (IsLineStyle2 != 0) return VXDumpStyles(out, LineStyleCount, LineStyles2);
     return VXDumpStyles(out, LineStyleCount, LineStyles);

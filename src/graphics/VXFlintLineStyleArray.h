@@ -30,7 +30,7 @@ public:
     /// fails as it must.
     VXErrorCodeEnum LoadFromStream(VXBitStream& in);
     /// 1 when `LineStyleCount` runs past the sequence in use.
-    VXErrorCodeEnum DumpToStream(VXBitStream& out) const;
+    VXErrorCodeEnum DumpToStream(VXBitStream& out);
 
     /// Appends a copy. `IsLineStyle2` stays as it is, even when set.
     void AddLineStyle(const VXFlintLineStyle& style);

@@ -9,6 +9,11 @@ namespace {
 
 static_assert(std::is_nothrow_move_constructible_v<VXFlintLineStyleArray>);
 
+/// A host's own stroke.
+struct HostLineStyle final : VXFlintLineStyle {
+    VXErrorCodeEnum DumpToStream(VXBitStream&) override { return kVXFailure; }
+};
+
 TEST(VXFlintLineStyle, DumpsWhatItLoads) {
     const Bytes thick = Hex("FF FF 10 20 30");
     SweepRecordOf<VXFlintLineStyle>("width and colour", thick, thick);
@@ -52,7 +57,7 @@ TEST(VXFlintLineStyle2, DumpsWhatItLoads) {
 }
 
 TEST(VXFlintLineStyle2, ClosedOverwritesTheCaps) {
-    const auto flags = [](const VXFlintLineStyle2& style) {
+    const auto flags = [](VXFlintLineStyle2 style) {
         const Bytes bytes = BytesOfRecord(style);
         return Bytes{bytes[2], bytes[3]};
     };
