@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "bitstream/VXReadField_p.h"
 #include "graphics/VXTwips.h"
 
 VXFlintCxForm::~VXFlintCxForm() = default;
@@ -9,20 +10,18 @@ VXFlintCxForm::~VXFlintCxForm() = default;
 VXErrorCodeEnum VXFlintCxForm::LoadFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(in.ReadVXBool16(HasAddTerms));
     VX_RETURN_IF_FAILED(in.ReadVXBool16(HasMultTerms));
-    unsigned int width = 0;
-    VX_RETURN_IF_FAILED(in.ReadBits(4, width));
-    NBits = width;
+    VX_RETURN_IF_FAILED(VXReadBits(in, 4, NBits));
     if (HasMultTerms != 0) {
-        VX_RETURN_IF_FAILED(in.ReadSBits(width, RedMultTerm));
-        VX_RETURN_IF_FAILED(in.ReadSBits(width, GreenMultTerm));
-        VX_RETURN_IF_FAILED(in.ReadSBits(width, BlueMultTerm));
-        if (HasAlpha != 0) VX_RETURN_IF_FAILED(in.ReadSBits(width, AlphaMultTerm));
+        VX_RETURN_IF_FAILED(in.ReadSBits(NBits, RedMultTerm));
+        VX_RETURN_IF_FAILED(in.ReadSBits(NBits, GreenMultTerm));
+        VX_RETURN_IF_FAILED(in.ReadSBits(NBits, BlueMultTerm));
+        if (HasAlpha != 0) VX_RETURN_IF_FAILED(in.ReadSBits(NBits, AlphaMultTerm));
     }
     if (HasAddTerms != 0) {
-        VX_RETURN_IF_FAILED(in.ReadSBits(width, RedAddTerm));
-        VX_RETURN_IF_FAILED(in.ReadSBits(width, GreenAddTerm));
-        VX_RETURN_IF_FAILED(in.ReadSBits(width, BlueAddTerm));
-        if (HasAlpha != 0) VX_RETURN_IF_FAILED(in.ReadSBits(width, AlphaAddTerm));
+        VX_RETURN_IF_FAILED(in.ReadSBits(NBits, RedAddTerm));
+        VX_RETURN_IF_FAILED(in.ReadSBits(NBits, GreenAddTerm));
+        VX_RETURN_IF_FAILED(in.ReadSBits(NBits, BlueAddTerm));
+        if (HasAlpha != 0) VX_RETURN_IF_FAILED(in.ReadSBits(NBits, AlphaAddTerm));
     }
     return kVXSuccess;
 }

@@ -1,19 +1,13 @@
 #include "graphics/VXFlintEdgeRecords.h"
 
 #include "bitstream/VXBitRun_p.h"
+#include "bitstream/VXReadField_p.h"
 #include "graphics/VXTwips.h"
 
 namespace {
 
+/// Added to what the four bits of a width say.
 constexpr unsigned int kLeastWidth = 2;
-
-/// Four bits say the width, less the two that every field has.
-VXErrorCodeEnum ReadWidth(VXBitStream& in, unsigned int& width) {
-    unsigned int bits = 0;
-    VX_RETURN_IF_FAILED(in.ReadBits(4, bits));
-    width = bits + kLeastWidth;
-    return kVXSuccess;
-}
 
 void AddWidth(VXBitRun& out, unsigned int& width) {
     if (width < kLeastWidth) width += kLeastWidth;
@@ -26,7 +20,8 @@ VXFlintStraightEdgeRecord::~VXFlintStraightEdgeRecord() = default;
 
 VXErrorCodeEnum VXFlintStraightEdgeRecord::LoadFromStream(VXBitStream& in) {
     StraightFlag = 1;
-    VX_RETURN_IF_FAILED(ReadWidth(in, NumBits));
+    VX_RETURN_IF_FAILED(VXReadBits(in, 4, NumBits));
+    NumBits += kLeastWidth;
     VX_RETURN_IF_FAILED(in.ReadVXBool16(GeneralLineFlag));
     if (GeneralLineFlag != 0) {
         VX_RETURN_IF_FAILED(VXReadTwips(in, NumBits, DeltaX));
@@ -57,7 +52,8 @@ VXFlintCurvedEdgeRecord::~VXFlintCurvedEdgeRecord() = default;
 
 VXErrorCodeEnum VXFlintCurvedEdgeRecord::LoadFromStream(VXBitStream& in) {
     StraightFlag = 0;
-    VX_RETURN_IF_FAILED(ReadWidth(in, NumBits));
+    VX_RETURN_IF_FAILED(VXReadBits(in, 4, NumBits));
+    NumBits += kLeastWidth;
     VX_RETURN_IF_FAILED(VXReadTwips(in, NumBits, ControlDeltaX));
     VX_RETURN_IF_FAILED(VXReadTwips(in, NumBits, ControlDeltaY));
     VX_RETURN_IF_FAILED(VXReadTwips(in, NumBits, AnchorDeltaX));

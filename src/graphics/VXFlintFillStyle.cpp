@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "bitstream/VXReadField_p.h"
 #include "graphics/VXStyleSequence_p.h"
 
 namespace {
@@ -39,9 +40,7 @@ VXErrorCodeEnum VXFlintFillStyle::LoadFromStream(VXBitStream& in) {
         return Gradient.LoadFromStream(in);
     }
     if (IsBitmap(FillStyleType)) {
-        unsigned short id = 0;
-        VX_RETURN_IF_FAILED(in.ReadWord(id));
-        BitmapId = id;
+        VX_RETURN_IF_FAILED(VXReadWord(in, BitmapId));
         return BitmapMatrix.LoadFromStream(in);
     }
     return kVXSuccess;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "bitstream/VXReadField_p.h"
+
 VXFlintGradRecord::~VXFlintGradRecord() = default;
 
 VXErrorCodeEnum VXFlintGradRecord::LoadFromStream(VXBitStream& in) {
@@ -17,13 +19,9 @@ VXErrorCodeEnum VXFlintGradRecord::DumpToStream(VXBitStream& out) const {
 VXFlintGradient::~VXFlintGradient() = default;
 
 VXErrorCodeEnum VXFlintGradient::LoadFromStream(VXBitStream& in) {
-    unsigned int bits = 0;
-    VX_RETURN_IF_FAILED(in.ReadBits(2, bits));
-    SpreadMode = static_cast<unsigned char>(bits);
-    VX_RETURN_IF_FAILED(in.ReadBits(2, bits));
-    InterpolationMode = static_cast<unsigned char>(bits);
-    VX_RETURN_IF_FAILED(in.ReadBits(4, bits));
-    NumGradients = static_cast<unsigned char>(bits);
+    VX_RETURN_IF_FAILED(VXReadBits(in, 2, SpreadMode));
+    VX_RETURN_IF_FAILED(VXReadBits(in, 2, InterpolationMode));
+    VX_RETURN_IF_FAILED(VXReadBits(in, 4, NumGradients));
     if (GradientRecords.empty()) {
         GradientRecords.reserve(std::min<unsigned int>(NumGradients, in.GetRemaining() / 4));
     }

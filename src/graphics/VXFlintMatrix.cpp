@@ -2,20 +2,13 @@
 
 #include <cmath>
 
+#include "bitstream/VXReadField_p.h"
 #include "graphics/VXTwips.h"
 
 namespace {
 
 constexpr int kOne = 65536;
 constexpr unsigned int kFullWidth = 32;
-
-/// A failed read of the width leaves the field as it was.
-VXErrorCodeEnum ReadWidth(VXBitStream& in, unsigned int& field) {
-    unsigned int width = 0;
-    VX_RETURN_IF_FAILED(in.ReadBits(5, width));
-    field = width;
-    return kVXSuccess;
-}
 
 }  // namespace
 
@@ -25,7 +18,7 @@ VXErrorCodeEnum VXFlintMatrix::LoadFromStream(VXBitStream& in) {
     in.ByteAlignSBits();
     VX_RETURN_IF_FAILED(in.ReadVXBool16(HasScale));
     if (HasScale != 0) {
-        VX_RETURN_IF_FAILED(ReadWidth(in, NScaleBits));
+        VX_RETURN_IF_FAILED(VXReadBits(in, 5, NScaleBits));
         VX_RETURN_IF_FAILED(in.ReadSBits(NScaleBits, ScaleX));
         VX_RETURN_IF_FAILED(in.ReadSBits(NScaleBits, ScaleY));
     } else {
@@ -35,7 +28,7 @@ VXErrorCodeEnum VXFlintMatrix::LoadFromStream(VXBitStream& in) {
     }
     VX_RETURN_IF_FAILED(in.ReadVXBool16(HasRotate));
     if (HasRotate != 0) {
-        VX_RETURN_IF_FAILED(ReadWidth(in, NRotateBits));
+        VX_RETURN_IF_FAILED(VXReadBits(in, 5, NRotateBits));
         VX_RETURN_IF_FAILED(in.ReadSBits(NRotateBits, RotateSkew0));
         VX_RETURN_IF_FAILED(in.ReadSBits(NRotateBits, RotateSkew1));
     } else {
@@ -43,7 +36,7 @@ VXErrorCodeEnum VXFlintMatrix::LoadFromStream(VXBitStream& in) {
         RotateSkew0 = 0;
         RotateSkew1 = 0;
     }
-    VX_RETURN_IF_FAILED(ReadWidth(in, NTranslateBits));
+    VX_RETURN_IF_FAILED(VXReadBits(in, 5, NTranslateBits));
     VX_RETURN_IF_FAILED(VXReadTwips(in, NTranslateBits, TranslateX));
     VX_RETURN_IF_FAILED(VXReadTwips(in, NTranslateBits, TranslateY));
     in.ByteAlignSBits();

@@ -1,10 +1,12 @@
 #include "graphics/VXFlintShape.h"
 
+#include "bitstream/VXReadField_p.h"
+
 VXFlintShape::~VXFlintShape() = default;
 
 VXErrorCodeEnum VXFlintShape::LoadFromStream(VXBitStream& in) {
-    VX_RETURN_IF_FAILED(in.ReadBits(4, NumFillBits));
-    VX_RETURN_IF_FAILED(in.ReadBits(4, NumLineBits));
+    VX_RETURN_IF_FAILED(VXReadBits(in, 4, NumFillBits));
+    VX_RETURN_IF_FAILED(VXReadBits(in, 4, NumLineBits));
     // Kept: the list reads both once more.
     ShapeRecords.NumFillBits = NumFillBits;
     ShapeRecords.NumLineBits = NumLineBits;

@@ -1,10 +1,12 @@
 #include "graphics/VXFlintShapeRecords.h"
 
+#include "bitstream/VXReadField_p.h"
+
 VXFlintShapeRecords::~VXFlintShapeRecords() = default;
 
 VXErrorCodeEnum VXFlintShapeRecords::LoadFromStream(VXBitStream& in) {
-    VX_RETURN_IF_FAILED(in.ReadBits(4, NumFillBits));
-    VX_RETURN_IF_FAILED(in.ReadBits(4, NumLineBits));
+    VX_RETURN_IF_FAILED(VXReadBits(in, 4, NumFillBits));
+    VX_RETURN_IF_FAILED(VXReadBits(in, 4, NumLineBits));
     unsigned int numFillBits = NumFillBits;
     unsigned int numLineBits = NumLineBits;
     for (;;) {

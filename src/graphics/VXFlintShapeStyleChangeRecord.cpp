@@ -1,6 +1,7 @@
 #include "graphics/VXFlintShapeStyleChangeRecord.h"
 
 #include "bitstream/VXBitRun_p.h"
+#include "bitstream/VXReadField_p.h"
 #include "graphics/VXTwips.h"
 
 VXFlintShapeStyleChangeRecord::VXFlintShapeStyleChangeRecord(unsigned int numFillBits,
@@ -23,13 +24,13 @@ VXErrorCodeEnum VXFlintShapeStyleChangeRecord::LoadFromStream(VXBitStream& in) {
     StateFillStyle0 = VXFlintShapeRecordBase::StateFillStyle0;
     StateMoveTo = VXFlintShapeRecordBase::StateMoveTo;
     if (StateMoveTo != 0) {
-        VX_RETURN_IF_FAILED(in.ReadBits(5, MoveBits));
+        VX_RETURN_IF_FAILED(VXReadBits(in, 5, MoveBits));
         VX_RETURN_IF_FAILED(VXReadTwips(in, MoveBits, MoveDeltaX));
         VX_RETURN_IF_FAILED(VXReadTwips(in, MoveBits, MoveDeltaY));
     }
-    if (StateFillStyle0 != 0) VX_RETURN_IF_FAILED(in.ReadBits(NumFillBits, FillStyle0));
-    if (StateFillStyle1 != 0) VX_RETURN_IF_FAILED(in.ReadBits(NumFillBits, FillStyle1));
-    if (StateLineStyle != 0) VX_RETURN_IF_FAILED(in.ReadBits(NumLineBits, LineStyle));
+    if (StateFillStyle0 != 0) VX_RETURN_IF_FAILED(VXReadBits(in, NumFillBits, FillStyle0));
+    if (StateFillStyle1 != 0) VX_RETURN_IF_FAILED(VXReadBits(in, NumFillBits, FillStyle1));
+    if (StateLineStyle != 0) VX_RETURN_IF_FAILED(VXReadBits(in, NumLineBits, LineStyle));
     if (StateNewStyles == 0) {
         NewNumFillBits = NumFillBits;
         NewNumLineBits = NumLineBits;
@@ -37,8 +38,8 @@ VXErrorCodeEnum VXFlintShapeStyleChangeRecord::LoadFromStream(VXBitStream& in) {
     }
     VX_RETURN_IF_FAILED(NewFillStyles.LoadFromStream(in));
     VX_RETURN_IF_FAILED(NewLineStyles.LoadFromStream(in));
-    VX_RETURN_IF_FAILED(in.ReadBits(4, NewNumFillBits));
-    return in.ReadBits(4, NewNumLineBits);
+    VX_RETURN_IF_FAILED(VXReadBits(in, 4, NewNumFillBits));
+    return VXReadBits(in, 4, NewNumLineBits);
 }
 
 VXErrorCodeEnum VXFlintShapeStyleChangeRecord::DumpToStream(VXBitStream& out) {

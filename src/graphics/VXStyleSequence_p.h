@@ -5,6 +5,7 @@
 
 #include "bitstream/VXBitStream.h"
 #include "bitstream/VXMemoryLimit_p.h"
+#include "bitstream/VXReadField_p.h"
 
 // What arrays of fills and arrays of lines have in common: a count in a byte, or in a word behind 0xFF, and
 // as many styles.
@@ -12,9 +13,8 @@
 inline VXErrorCodeEnum VXLoadStyleCount(VXBitStream& in, short supports255Plus, unsigned short& count) {
     unsigned char shortCount = 0;
     VX_RETURN_IF_FAILED(in.ReadByte(shortCount));
-    unsigned short longCount = shortCount;
-    if (supports255Plus != 0 && shortCount == 0xFF) VX_RETURN_IF_FAILED(in.ReadWord(longCount));
-    count = longCount;
+    if (supports255Plus != 0 && shortCount == 0xFF) return VXReadWord(in, count);
+    count = shortCount;
     return kVXSuccess;
 }
 

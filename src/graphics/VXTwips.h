@@ -29,8 +29,7 @@ inline int VXToTwips(VXReal pixels) {
     const VXReal twips = pixels * kVXTwipsPerPixel + 0.5;
     if (!(twips > -2147483648.0 && twips < 2147483648.0)) [[unlikely]]
         return VXTruncate(twips);
-    // A floor without the call that it is where the processor's rounding cannot be counted on, and without a
-    // branch on the sign.
+    // `floor()` by hand: without SSE4.1 that is a library call.
     const int cut = static_cast<int>(twips);
     return cut - (cut > twips ? 1 : 0);
 }
@@ -46,8 +45,22 @@ inline VXErrorCodeEnum VXReadTwips(VXBitStream& in, unsigned int bits, VXReal& p
     return kVXSuccess;
 }
 
-/// The width that a group of signed fields takes on the wire. The greatest of them has as many bits as all
-/// laid over each other, which are found without a branch.
+/// The same for an unsigned word.
+template <typename Pixels>
+VXErrorCodeEnum VXReadTwipsWord(VXBitStream& in, Pixels& pixels) {
+    unsigned short twips = 0;
+    VX_RETURN_IF_FAILED(in.ReadWord(twips));
+    pixels = static_cast<Pixels>(VXFromTwips(twips));
+    return kVXSuccess;
+}
+
+/// Writes pixels as a word of twips, of which the low 16 bits go out.
+inline VXErrorCodeEnum VXWriteTwipsWord(VXBitStream& out, VXReal pixels) {
+    return out.WriteWord(static_cast<unsigned short>(VXToTwips(pixels)));
+}
+
+/// The width that a group of signed fields takes on the wire: OR-ing the magnitudes gives the widest without a
+/// branch.
 inline unsigned int VXFieldWidth(int a, int b = 0, int c = 0, int d = 0) {
     const unsigned int all = VXBitStream::Magnitude(a) | VXBitStream::Magnitude(b) |
                              VXBitStream::Magnitude(c) | VXBitStream::Magnitude(d);

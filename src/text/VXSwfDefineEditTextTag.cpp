@@ -36,9 +36,7 @@ VXErrorCodeEnum VXSwfDefineEditTextTag::LoadDataFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(LoadFlags(in));
     if (m_HasFont != 0) {
         VX_RETURN_IF_FAILED(in.ReadWord(m_FontId));
-        unsigned short height = 0;
-        VX_RETURN_IF_FAILED(in.ReadWord(height));
-        m_FontHeight = VXFromTwips(height);
+        VX_RETURN_IF_FAILED(VXReadTwipsWord(in, m_FontHeight));
     }
     if (m_HasTextColor != 0) VX_RETURN_IF_FAILED(m_TextColor.LoadFromStream(in));
     if (m_HasMaxLength != 0) VX_RETURN_IF_FAILED(in.ReadWord(m_MaxLength));
@@ -58,7 +56,7 @@ VXErrorCodeEnum VXSwfDefineEditTextTag::DumpFields(VXBitStream& body) const {
     VX_RETURN_IF_FAILED(DumpFlags(body));
     if (m_HasFont != 0) {
         VX_RETURN_IF_FAILED(body.WriteWord(m_FontId));
-        VX_RETURN_IF_FAILED(body.WriteWord(static_cast<unsigned short>(VXToTwips(m_FontHeight))));
+        VX_RETURN_IF_FAILED(VXWriteTwipsWord(body, m_FontHeight));
     }
     if (m_HasTextColor != 0) VX_RETURN_IF_FAILED(m_TextColor.DumpToStream(body));
     if (m_HasMaxLength != 0) VX_RETURN_IF_FAILED(body.WriteWord(m_MaxLength));

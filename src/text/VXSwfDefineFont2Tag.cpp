@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "bitstream/VXReadField_p.h"
 #include "graphics/VXTwips.h"
 #include "platform/VXFontUtils.h"
 #include "text/VXFontPublishManager.h"
@@ -29,17 +30,6 @@ VXErrorCodeEnum DumpTable(const std::vector<Entry>& table, unsigned int count, c
     return kVXSuccess;
 }
 
-VXErrorCodeEnum ReadShort(VXBitStream& in, short& value) {
-    unsigned short word = 0;
-    VX_RETURN_IF_FAILED(in.ReadWord(word));
-    value = static_cast<short>(word);
-    return kVXSuccess;
-}
-
-VXErrorCodeEnum WriteShort(VXBitStream& body, int value) {
-    return body.WriteWord(static_cast<unsigned short>(value));
-}
-
 }  // namespace
 
 VXSwfDefineFont2Tag::VXSwfDefineFont2Tag(enuTagType type) : VXSwfDefinitionTag(type) {
@@ -56,11 +46,7 @@ VXSwfDefineFont2Tag& VXSwfDefineFont2Tag::operator=(const VXSwfDefineFont2Tag&) 
 VXSwfDefineFont2Tag::~VXSwfDefineFont2Tag() { VXFontTagRegistry::Remove(this); }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::ReadOffset(VXBitStream& in, unsigned int& offset) const {
-    if (m_WideOffsets != 0) return in.ReadDWord(offset);
-    unsigned short word = 0;
-    VX_RETURN_IF_FAILED(in.ReadWord(word));
-    offset = word;
-    return kVXSuccess;
+    return m_WideOffsets != 0 ? in.ReadDWord(offset) : VXReadWord(in, offset);
 }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::WriteOffset(VXBitStream& body, unsigned int offset) const {
@@ -157,23 +143,24 @@ void VXSwfDefineFont2Tag::DumpShape(VXFlintShape& shape, VXBitStream& out) {
 }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::LoadLayout(VXBitStream& in) {
-    VX_RETURN_IF_FAILED(ReadShort(in, m_Ascent));
-    VX_RETURN_IF_FAILED(ReadShort(in, m_Descent));
-    VX_RETURN_IF_FAILED(ReadShort(in, m_Leading));
+    VX_RETURN_IF_FAILED(VXReadWord(in, m_Ascent));
+    VX_RETURN_IF_FAILED(VXReadWord(in, m_Descent));
+    VX_RETURN_IF_FAILED(VXReadWord(in, m_Leading));
     if (m_NumGlyphs == 0) return kVXSuccess;
     VX_RETURN_IF_FAILED(
-        LoadTable(m_AdvanceTable, m_NumGlyphs, [&](short& advance) { return ReadShort(in, advance); }));
+        LoadTable(m_AdvanceTable, m_NumGlyphs, [&](short& advance) { return VXReadWord(in, advance); }));
     return LoadTable(m_BoundsTable, m_NumGlyphs,
                      [&](VXFlintRectangle& bounds) { return bounds.LoadFromStream(in); });
 }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::DumpLayout(VXBitStream& body) {
     // Kept: twenty times what a load stores, cut to 16 bits.
-    VX_RETURN_IF_FAILED(WriteShort(body, VXToTwips(m_Ascent)));
-    VX_RETURN_IF_FAILED(WriteShort(body, VXToTwips(m_Descent)));
-    VX_RETURN_IF_FAILED(WriteShort(body, VXToTwips(m_Leading)));
-    VX_RETURN_IF_FAILED(
-        DumpTable(m_AdvanceTable, m_NumGlyphs, [&](short advance) { return WriteShort(body, advance); }));
+    VX_RETURN_IF_FAILED(VXWriteTwipsWord(body, m_Ascent));
+    VX_RETURN_IF_FAILED(VXWriteTwipsWord(body, m_Descent));
+    VX_RETURN_IF_FAILED(VXWriteTwipsWord(body, m_Leading));
+    VX_RETURN_IF_FAILED(DumpTable(m_AdvanceTable, m_NumGlyphs, [&](short advance) {
+        return body.WriteWord(static_cast<unsigned short>(advance));
+    }));
     return DumpTable(m_BoundsTable, m_NumGlyphs,
                      [&](const VXFlintRectangle& bounds) { return bounds.DumpToStream(body); });
 }

@@ -1,5 +1,7 @@
 #include "text/VXSwfTextStyleChangeRecord.h"
 
+#include "bitstream/VXBitRun_p.h"
+#include "bitstream/VXReadField_p.h"
 #include "graphics/VXTwips.h"
 
 namespace {
@@ -33,25 +35,19 @@ VXSwfTextStyleChangeRecord::~VXSwfTextStyleChangeRecord() = default;
 VXErrorCodeEnum VXSwfTextStyleChangeRecord::LoadFromStream(VXBitStream& in) {
     in.ByteAlignSBits();
     unsigned int type = 0;
-    unsigned int reserved = 0;
     VX_RETURN_IF_FAILED(in.ReadBits(1, type));
-    VX_RETURN_IF_FAILED(in.ReadBits(3, reserved));
-    m_StyleFlagsReserved = static_cast<unsigned char>(reserved);
+    VX_RETURN_IF_FAILED(VXReadBits(in, 3, m_StyleFlagsReserved));
     VX_RETURN_IF_FAILED(in.ReadVXBool16(m_HasFont));
     VX_RETURN_IF_FAILED(in.ReadVXBool16(m_HasColor));
     VX_RETURN_IF_FAILED(in.ReadVXBool16(m_HasYOffset));
     VX_RETURN_IF_FAILED(in.ReadVXBool16(m_HasXOffset));
-    if ((type | reserved) == 0 && (m_HasFont | m_HasColor | m_HasYOffset | m_HasXOffset) == 0)
-        return kVXFailure;
+    const unsigned int flags = type | m_StyleFlagsReserved;
+    if (flags == 0 && (m_HasFont | m_HasColor | m_HasYOffset | m_HasXOffset) == 0) return kVXFailure;
     if (m_HasFont != 0) VX_RETURN_IF_FAILED(in.ReadWord(m_FontId));
     if (m_HasColor != 0) VX_RETURN_IF_FAILED(m_Color.LoadFromStream(in));
     if (m_HasXOffset != 0) VX_RETURN_IF_FAILED(in.ReadWord(m_XOffset));
     if (m_HasYOffset != 0) VX_RETURN_IF_FAILED(in.ReadWord(m_YOffset));
-    if (m_HasFont != 0) {
-        unsigned short height = 0;
-        VX_RETURN_IF_FAILED(in.ReadWord(height));
-        m_TextHeight = static_cast<unsigned short>(VXFromTwips(height));
-    }
+    if (m_HasFont != 0) VX_RETURN_IF_FAILED(VXReadTwipsWord(in, m_TextHeight));
     VXIgnore(in.ReadByte(m_GlyphCount));  // Kept: as the index below
     m_GlyphEntries.reserve(m_GlyphEntries.size() + m_GlyphCount);
     for (unsigned int i = 0; i < m_GlyphCount; ++i) {
@@ -74,9 +70,7 @@ VXErrorCodeEnum VXSwfTextStyleChangeRecord::DumpToStream(VXBitStream& out) const
     if (m_HasColor != 0) VX_RETURN_IF_FAILED(m_Color.DumpToStream(out));
     if (m_HasXOffset != 0) VX_RETURN_IF_FAILED(out.WriteWord(m_XOffset));
     if (m_HasYOffset != 0) VX_RETURN_IF_FAILED(out.WriteWord(m_YOffset));
-    if (m_HasFont != 0) {
-        VX_RETURN_IF_FAILED(out.WriteWord(static_cast<unsigned short>(VXToTwips(m_TextHeight))));
-    }
+    if (m_HasFont != 0) VX_RETURN_IF_FAILED(VXWriteTwipsWord(out, m_TextHeight));
     VX_RETURN_IF_FAILED(out.WriteByte(m_GlyphCount));
     for (unsigned int i = 0; i < m_GlyphCount; ++i) {
         const VXFlintGlyphEntry entry = i < m_GlyphEntries.size() ? m_GlyphEntries[i] : VXFlintGlyphEntry();

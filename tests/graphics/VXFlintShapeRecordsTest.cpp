@@ -141,6 +141,32 @@ TEST(VXFlintShapeRecords, LoadAppendsAndKeepsWhatFails) {
     EXPECT_EQ(list.Records[5]->Kind, VXFlintShapeRecord::kCurvedEdge);
 }
 
+TEST(VXFlintShapeRecords, AFieldThatIsCutStaysAsItWas) {
+    using Base = VXFlintShapeRecordBase;
+    using Change = VXFlintShapeStyleChangeRecord;
+    const struct {
+        short Base::*flag;
+        unsigned int Change::*field;
+        const char* in;
+    } rows[] = {{&Base::StateMoveTo, &Change::MoveBits, ""},
+                {&Base::StateFillStyle0, &Change::FillStyle0, "AA"},
+                {&Base::StateFillStyle1, &Change::FillStyle1, "AA"},
+                {&Base::StateLineStyle, &Change::LineStyle, "AA"},
+                {&Base::StateNewStyles, &Change::NewNumFillBits, "00 00"}};
+    for (const auto& row : rows) {
+        Change change(9, 9, 0, 0, 0);
+        change.*row.flag = 1;
+        change.*row.field = 7;
+        EXPECT_EQ(LoadInto(change, Hex(row.in)), kVXFailure);
+        EXPECT_EQ(change.*row.field, 7u);
+    }
+    VXFlintShape shape;
+    shape.NumFillBits = shape.ShapeRecords.NumFillBits = 7;
+    EXPECT_EQ(LoadInto(shape, {}), kVXFailure);
+    EXPECT_EQ(LoadInto(shape.ShapeRecords, {}), kVXFailure);
+    EXPECT_EQ(shape.NumFillBits + shape.ShapeRecords.NumFillBits, 14u);
+}
+
 TEST(VXFlintShapeRecords, CopiesStandAlone) {
     const Bytes bytes = Bits("0000 0000  0 00001 00000  11 0000 0 0 01  10 0000 01 00 11 01  000000");
     VXFlintShapeRecords source, copy;
