@@ -27,8 +27,8 @@ VXFlintFillStyle::VXFlintFillStyle(unsigned char type, const VXFlintRGB& color,
       BitmapId(bitmapId),
       Color(color),
       GradientMatrix(gradientMatrix),
-      BitmapMatrix(bitmapMatrix),
-      Gradient(std::move(gradient)) {}
+      Gradient(std::move(gradient)),
+      BitmapMatrix(bitmapMatrix) {}
 
 VXFlintFillStyle::~VXFlintFillStyle() = default;
 

@@ -44,8 +44,8 @@ public:
     unsigned short BitmapId = 0;
     VXFlintRGB Color;
     VXFlintMatrix GradientMatrix;
-    VXFlintMatrix BitmapMatrix;
     VXFlintGradient Gradient;
+    VXFlintMatrix BitmapMatrix;
 };
 
 /// The fills of a shape, the format's FILLSTYLEARRAY:

@@ -45,11 +45,11 @@ public:
     void SetSupports255Plus(short supports255Plus) { Supports255Plus = supports255Plus; }
     void SetIsLineStyle2(short isLineStyle2) { IsLineStyle2 = isLineStyle2; }
 
-    VXFlintShapeRecordBase* Record = nullptr;  ///< deleted with the wrapper; who replaces it owns the old one
-    short IsEdge = 0;                          ///< the first bit as read
+    short IsEdge = 0;  ///< the first bit as read
     short UseAlpha = 0;
     short Supports255Plus = 0;
     short IsLineStyle2 = 0;
+    VXFlintShapeRecordBase* Record = nullptr;  ///< deleted with the wrapper; who replaces it owns the old one
     /// One of the constants above. A host that sets `Record` sets this too; one that disagrees with the class
     /// of the record is never taken as true.
     unsigned int Kind = kNone;

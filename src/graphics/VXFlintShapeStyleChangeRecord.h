@@ -42,13 +42,13 @@ public:
     /// Of the new fills; see there.
     void UpdateReferenceIDs(VXFlintIDMap* map) { NewFillStyles.UpdateReferenceIDs(map); }
 
+    unsigned int NumFillBits = 0;  ///< width of the fill indices of this record
+    unsigned int NumLineBits = 0;  ///< width of the line index of this record
     short StateNewStyles = 0;
     short StateLineStyle = 0;
     short StateFillStyle1 = 0;
     short StateFillStyle0 = 0;
     short StateMoveTo = 0;
-    unsigned int NumFillBits = 0;  ///< width of the fill indices of this record
-    unsigned int NumLineBits = 0;  ///< width of the line index of this record
     unsigned int MoveBits = 0;     ///< width as read
     unsigned int FillStyle0 = 0;   ///< fill on the left of the edges that follow; 1 is the first, 0 is none
     unsigned int FillStyle1 = 0;   ///< fill on the right

@@ -51,9 +51,9 @@ private:
     friend class VXDashWalk;
 
     VXStrokeStyleEnum Style = kVXStrokeSolid;
-    int CurIndex = 0;
     VXReal Length = 0.0;
     VXReal Offset = 0.0;
     std::vector<VXReal> Pattern;
     short HasStroke = 1;
+    int CurIndex = 0;
 };
