@@ -4,6 +4,7 @@
 #include "graphics/VXTwips.h"
 #include "shapes/BezSWFEdgeCreatorVisitor.h"
 #include "shapes/BezierLib2.h"
+#include "shapes/VXPathWalk_p.h"
 #include "shapes/VXPathWriter_p.h"
 
 // Reduces cubic curves, and so stands beside what does that.
@@ -46,71 +47,49 @@ void VXFlintShape::CreateShapeFromPathData(unsigned int count, float* points, co
     WholePoint pen;  // where the records lead
     bool hasPoint = false;
     BezierLib2::BezSWFEdgeCreatorVisitor visitor({}, this, &pen.x, &pen.y);
-    const auto read = [&points]() -> RealPoint {
-        const RealPoint point = {points[0], points[1]};
-        points += 2;
-        return point;
-    };
     const auto addLine = [this](WholePoint from, WholePoint to) {
         AddLineToGlyphShape(static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
                             static_cast<float>(to.y));
     };
-    // An entry that cannot be followed is passed over.
-    for (unsigned int entry = 0; entry < count; ++entry) {
-        switch (kinds[entry]) {
-            case kKVMMove: {
-                const RealPoint to = read();
-                if (!IsNear(to)) break;
-                hasPoint = true;
-                last = realStart = to;
-                start = pen = current = last.Truncated();
+    // A step that cannot be followed is passed over.
+    VXWalkPath(count, points, kinds, [&](unsigned int entry, const float* floats, unsigned int numPoints) {
+        const auto at = [floats](unsigned int i) -> RealPoint { return {floats[i * 2], floats[i * 2 + 1]}; };
+        for (unsigned int i = 0; i < numPoints; ++i) {
+            if (!IsNear(at(i))) return;
+        }
+        const KVMPointType kind = kinds[entry];
+        if (kind == kKVMCurve && !hasPoint) return;
+        hasPoint = true;
+        const RealPoint from = last;
+        const WholePoint wholeFrom = current;
+        last = at(numPoints - 1);
+        current = last.Truncated();
+        switch (kind) {
+            case kKVMMove:
+                realStart = last;
+                start = pen = current;
                 AddChangeToGlyphShape(static_cast<float>(current.x), static_cast<float>(current.y), false);
                 break;
-            }
             case kKVMLine: {
-                const RealPoint to = read();
-                if (!IsNear(to)) break;
-                hasPoint = true;
-                last = to;
-                WholePoint target = last.Truncated();
                 const bool closesNext = entry + 1 < count && kinds[entry + 1] == kKVMClose;
                 if (closesNext && IsClosing(realStart, last)) {
                     // Makes up for what truncation has lost on the way.
-                    target.x = VXWrappingSum(current.x, VXWrappingDifference(start.x, pen.x));
-                    target.y = VXWrappingSum(current.y, VXWrappingDifference(start.y, pen.y));
+                    current.x = VXWrappingSum(wholeFrom.x, VXWrappingDifference(start.x, pen.x));
+                    current.y = VXWrappingSum(wholeFrom.y, VXWrappingDifference(start.y, pen.y));
                 }
-                pen.x = VXWrappingSum(pen.x, VXWrappingDifference(target.x, current.x));
-                pen.y = VXWrappingSum(pen.y, VXWrappingDifference(target.y, current.y));
-                addLine(current, target);
-                current = target;
+                pen.x = VXWrappingSum(pen.x, VXWrappingDifference(current.x, wholeFrom.x));
+                pen.y = VXWrappingSum(pen.y, VXWrappingDifference(current.y, wholeFrom.y));
+                addLine(wholeFrom, current);
                 break;
             }
             case kKVMCurve: {
-                if (count - entry < 3) return;  // the path ends within the curve
-                const RealPoint control1 = read();
-                const RealPoint control2 = read();
-                const RealPoint end = read();
-                entry += 2;
-                if (!hasPoint || !IsNear(control1) || !IsNear(control2) || !IsNear(end)) break;
-                const double cubic[] = {last.x,     last.y,     control1.x, control1.y,
-                                        control2.x, control2.y, end.x,      end.y};
+                const double cubic[] = {from.x, from.y, at(0).x, at(0).y, at(1).x, at(1).y, last.x, last.y};
                 BezierLib2::VisitCubic(cubic, kTolerance, visitor);
-                last = end;
-                current = end.Truncated();
-                break;
-            }
-            case kKVMClose: {
-                const RealPoint to = read();
-                if (!IsNear(to)) break;
-                hasPoint = true;
-                last = to;
-                const WholePoint from = current;
-                current = last.Truncated();
-                if (pen.x != start.x || pen.y != start.y) addLine(from, start);
                 break;
             }
             default:
+                if (pen.x != start.x || pen.y != start.y) addLine(wholeFrom, start);
                 break;
         }
-    }
+    });
 }

@@ -58,8 +58,7 @@ public:
     /// The advance of a character in the instance's units, rounded; 0 for an empty instance.
     static int CharWidth(unsigned short c, BND_NT_NMT::CTYFontInstance& instance);
     /// Appends the outline of a character, at 1024 units to the em times the scales, to `path`. `name` plays
-    /// no part. False for character 0 and for what the engine does not answer; a space is true and appends
-    /// nothing.
+    /// no part. True when the engine appended something: false for character 0, and for a space.
     static bool GetTextOutlines(const unsigned short& c, float scaleX, float scaleY,
                                 BND_NT_NMT::CGFMSharedBezierPath& path, const BND_NT_NMT::CTYFontDict& dict,
                                 VXString& name);

@@ -3,6 +3,7 @@
 
 #include "binding/BNDTypeEngine.h"
 #include "graphics/VXTwips.h"
+#include "shapes/VXPathWalk_p.h"
 #include "text/VXFontPublishManager.h"
 #include "text/VXSwfDefineFont2Tag.h"
 
@@ -20,22 +21,24 @@ bool HasOutline(char16_t c) { return c != u'\n' && c != u'\r' && c != u'\t'; }
 
 /// Moves every point to the right. Answers what is then around all of them, controls included; empty around
 /// none.
-VXFlintRectangle Shift(unsigned int count, float* points, float distance) {
+VXFlintRectangle Shift(unsigned int count, float* points, const KVMPointType* kinds, float distance) {
     VXFlintRectangle bounds;
     if (count == 0) return bounds;
-    float left = points[0] + distance;
+    VXWalkPath(count, points, kinds, [distance](unsigned int, float* step, unsigned int numPoints) {
+        for (unsigned int i = 0; i < numPoints; ++i) step[i * 2] += distance;
+    });
+    float left = points[0];
     float right = left;
     float top = points[1];
     float bottom = top;
-    for (const float* const end = points + std::size_t{count} * 2; points != end; points += 2) {
-        const float x = points[0] + distance;
-        const float y = points[1];
-        points[0] = x;
-        left = std::min(left, x);
-        right = std::max(right, x);
-        top = std::min(top, y);
-        bottom = std::max(bottom, y);
-    }
+    VXWalkPath(count, points, kinds, [&](unsigned int, const float* step, unsigned int numPoints) {
+        for (const float* const end = step + numPoints * 2; step != end; step += 2) {
+            left = std::min(left, step[0]);
+            right = std::max(right, step[0]);
+            top = std::min(top, step[1]);
+            bottom = std::max(bottom, step[1]);
+        }
+    });
     bounds.Set(VXReal{left}, VXReal{top}, VXReal{right}, VXReal{bottom});
     return bounds;
 }
@@ -43,8 +46,7 @@ VXFlintRectangle Shift(unsigned int count, float* points, float distance) {
 /// Appends the outline of a character at 1024 units to the em, and stores its bounds. Both stay as they are
 /// where there is no engine.
 void AddOutline(VXFlintShape& shape, unsigned short c, float em, const CTYFontDict& font, VXString& fontName,
-                VXFlintRectangle& bounds) {
-    CGFMSharedBezierPath path = GFMNewSharedBezierPath(kPathCapacity);
+                CGFMSharedBezierPath& path, VXFlintRectangle& bounds) {
     VXFontPublishManager::GetTextOutlines(c, 1.0f, 1.0f, path, font, fontName);
     unsigned int count = 0;
     float* points = nullptr;
@@ -52,7 +54,7 @@ void AddOutline(VXFlintShape& shape, unsigned short c, float em, const CTYFontDi
     GFMSharedBezierPathGetState(path, count, points, kinds);
     if (points == nullptr || kinds == nullptr) return;
     // Kept: every glyph stands a tenth of the em further left than the font has it.
-    bounds = Shift(count, points, static_cast<float>(em * -0.1));
+    bounds = Shift(count, points, kinds, static_cast<float>(em * -0.1));
     shape.ShapeRecords.Records.reserve(count / 2 + 2);  // three entries make a curve, one a line
     shape.CreateShapeFromPathData(count, points, kinds);
 }
@@ -101,7 +103,8 @@ void VXSwfDefineFont2Tag::FillDefineFont2Tables(VXBitStream& body) {
         shape.AddChangeToGlyphShape(0.0f, 0.0f, true);
         m_AdvanceTable.push_back(static_cast<short>(VXToTwips(VXFontPublishManager::CharWidth(c, instance))));
         m_CodeTable.push_back(c);
-        if (HasOutline(c)) AddOutline(shape, c, em, font, m_FontName, bounds);
+        CGFMSharedBezierPath path = GFMNewSharedBezierPath(kPathCapacity);
+        if (HasOutline(c)) AddOutline(shape, c, em, font, m_FontName, path, bounds);
         shape.AddEndShapeRecord();
         m_OffsetTable.push_back(offset);
         const unsigned int start = body.GetPosition();

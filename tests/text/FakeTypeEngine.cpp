@@ -49,7 +49,9 @@ TYError Answer(T* out, Value value) {
 }
 
 void FillTable(BNDTable& table) {
-    table.TYBaseAddRefProc = [](TYHandle handle) { return handle == 0 ? 0 : ++g_References; };
+    table.TYBaseAddRefProc = [](TYHandle handle) {
+        return handle == 0 || g_Engine->refusesToShare ? 0 : ++g_References;
+    };
     table.TYBaseReleaseProc = [](TYHandle) { return Answer(&g_References, g_References - 1); };
     table.TYFontSetNewProc = [](TYFontSet* out, auto...) { return Make(out); };
     table.TYFamilyListNewListProc = [](auto, auto, TYFamilyList* out) { return Make(out); };
@@ -119,10 +121,11 @@ void FillTable(BNDTable& table) {
             PathOf(path).kinds.push_back(point.kind);
             PathOf(path).points.insert(PathOf(path).points.end(), {point.x, point.y});
         }
-        return Answer(ok, 1);
+        return Answer(ok, !g_Engine->outlines[ThingOf(text).character].empty());
     };
     table.GFMNewSharedBezierPathProc = [](auto capacity, auto) {
         EXPECT_EQ(capacity, 1024);
+        ++g_Engine->numPaths;
         GFMSharedBezierPath path{};
         Make(&path);
         PathOf(path).points.reserve(2);  // an empty path has arrays too, and they move as it grows

@@ -31,4 +31,6 @@ struct FakeTypeEngine {
     std::vector<std::vector<Font>> families;
     std::map<unsigned int, float> widths;  // at an em of 1024; what is missing is 0 wide
     std::map<unsigned int, std::vector<Point>> outlines;
+    int numPaths = 0;             // made by now
+    bool refusesToShare = false;  // adds no reference
 };

@@ -159,6 +159,7 @@ TEST_F(VXFontPublishManagerFonts, CanBePutIntoTheCache) {
 
 TEST_F(VXFontPublishManagerFonts, MeasureAndDrawCharacters) {
     engine.widths = {{'a', 512.5f}};
+    engine.outlines = {{'a', {{kKVMMove, 1.0f, 2.0f}}}};
     CTYFontInstance none = Manager::GetFontInstance("Nobody", false, false);
     EXPECT_TRUE(none.IsEmpty());
     EXPECT_EQ(Manager::CharWidth('a', none), 0);
@@ -174,6 +175,7 @@ TEST_F(VXFontPublishManagerFonts, MeasureAndDrawCharacters) {
     VXString name;
     EXPECT_FALSE(Manager::GetTextOutlines(0, 1.0f, 1.0f, path, font, name));
     EXPECT_TRUE(Manager::GetTextOutlines('a', 1.0f, 1.0f, path, font, name));
+    EXPECT_FALSE(Manager::GetTextOutlines(' ', 1.0f, 1.0f, path, font, name)) << "nothing to append";
     EXPECT_FALSE(Manager::GetTextOutlines('a', 1.0f, 1.0f, path, CTYFontDict(), name));
 }
 

@@ -140,9 +140,12 @@ TEST(VXSwfDefineFont2Tag, GlyphsComeFromTheEngine) {
 TEST(VXSwfDefineFont2Tag, ATabHasTheBoundsOfTheGlyphBeforeIt) {
     FakeTypeEngine engine;
     engine.families = {{{"Solo", "Book", 0}}};
-    engine.outlines = {{1, kSquare}};
-    const FontPtr font = NewGlyphFont(u"\t\x1");
+    constexpr auto kUnknown = static_cast<KVMPointType>(7);  // has no points, so the line takes what is next
+    engine.outlines = {{1, kSquare}, {'x', {{kKVMMove, 10, 10}, {kUnknown, 50, 60}, {kKVMLine, 9999, 9999}}}};
+    const FontPtr font = NewGlyphFont(u"\t\x1x");
     DumpOf(*font);
+    EXPECT_EQ(engine.numPaths, 3) << "one for the tab too";
+    EXPECT_EQ(font->m_BoundsTable[2].YMax, 60.0);
     EXPECT_EQ(font->m_BoundsTable[1].YMin, -20.0);
     EXPECT_EQ(font->m_GlyphShapes[1].ShapeRecords.Records.size(), 2u);
 }

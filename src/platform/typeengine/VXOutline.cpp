@@ -188,7 +188,7 @@ TYBox VXOutline::GetBox(const VXTransform& transform) const {
             static_cast<float>(bottom)};
 }
 
-void VXOutline::AppendTo(VXPathEntries& path, const VXTransform& transform) const {
+bool VXOutline::AppendTo(VXPathEntries& path, const VXTransform& transform) const {
     // Each step has one entry more than points at most: a quadratic has three, and a move stands for its
     // close.
     const std::size_t before = path.kinds.size();
@@ -230,4 +230,5 @@ void VXOutline::AppendTo(VXPathEntries& path, const VXTransform& transform) cons
     const auto count = static_cast<std::size_t>(writer.GetEnd() - path.kinds.data());
     path.points.resize(count * 2);
     path.kinds.resize(count);
+    return count != before;
 }

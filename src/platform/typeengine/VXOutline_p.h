@@ -44,8 +44,9 @@ public:
     /// Around all points, controls included; without extent at 0 when there are none.
     TYBox GetBox(const VXTransform& transform) const;
     /// Appends a move, the lines and curves, and a close for each contour, as floats. Quadratics go out as
-    /// cubics, formed so that a reader who looks for the quadratic behind each finds it: see the source.
-    void AppendTo(VXPathEntries& path, const VXTransform& transform) const;
+    /// cubics, formed so that a reader who looks for the quadratic behind each finds it: see the source. False
+    /// when there is nothing to append.
+    bool AppendTo(VXPathEntries& path, const VXTransform& transform) const;
 
 private:
     friend class VXOutlineBuilder;

@@ -170,8 +170,8 @@ TYError TYNewTextFontInstanceCPProcV3(TYFontInstance instance, const void* chara
 /// The box around all points of the outlines, controls included, through the instance's matrix and then
 /// `matrix`.
 TYError TYTextGetBoundingBox(TYText text, const TYMatrix* matrix, TYBox* out);
-/// Appends the outlines, through the same matrices, and sets `ok` to 1; a text without outlines appends
-/// nothing and is well. For each contour: a move, its lines and curves, a line to the start, a close with the
+/// Appends the outlines, through the same matrices, and sets `ok` to 1, or to 0 when there are none to append.
+/// For each contour: a move, its lines and curves, a line to the start, a close with the
 /// start once more. All curves are cubics, and the inside lies to the right of the way round. `mode` is 2;
 /// the box changes nothing.
 TYError TYTextGetOutlines(TYText text, const TYMatrix* matrix, const TYBox* box, std::int32_t mode,

@@ -170,7 +170,8 @@ TYError TYFontInstanceGetWidthProc(TYFontInstance instance, float* out, TYGlyphI
         if (object == nullptr) return &kVXBadHandle;
         double advance = 0.0;
         if (!object->face->GetAdvance(glyph, advance)) return &kVXBadFont;
-        const bool grows = object->font.isEmboldened && !FT_IS_FIXED_WIDTH(object->face->GetFace());
+        const bool grows =
+            object->font.isEmboldened && advance != 0.0 && !FT_IS_FIXED_WIDTH(object->face->GetFace());
         if (grows) advance += 1.0 / kBoldPartOfEm;
         const double width = advance * object->matrix.a;
         if (!(std::abs(width) <= std::numeric_limits<float>::max())) return &kVXBadParameter;
@@ -209,8 +210,7 @@ TYError TYTextGetOutlines(TYText text, const TYMatrix* matrix, const TYBox*, std
                            [&](const VXOutline& outline, const VXTransform& transform) -> TYError {
                                auto* target = engine.handles.Find<VXPathObject>(path);
                                if (target == nullptr) return &kVXBadHandle;
-                               outline.AppendTo(target->entries, transform);
-                               if (ok != nullptr) *ok = 1;
+                               if (outline.AppendTo(target->entries, transform) && ok != nullptr) *ok = 1;
                                return nullptr;
                            });
     });
