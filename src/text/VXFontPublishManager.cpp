@@ -1,11 +1,7 @@
 #include "text/VXFontPublishManager.h"
 
-#include <map>
 #include <memory>
-#include <set>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "binding/BNDTypeEngine.h"
 #include "framework/VXMakeTag_p.h"
@@ -13,7 +9,6 @@
 #include "text/VXFontTagRegistry_p.h"
 #include "text/VXSwfCSMTextSettingTag.h"
 #include "text/VXSwfDefineFont2Tag.h"
-#include "text/VXWinFontData.h"
 #include "text/VXWinFontTable_p.h"
 
 using namespace BND_NT_NMT;
@@ -27,29 +22,16 @@ constexpr std::u16string_view kBoldItalicName = u"Bold Italic";
 constexpr int kBoldStyle = 2;
 constexpr int kItalicStyle = 1;
 
-/// A tag that may be gone by now.
-struct SharedTag {
-    VXSwfDefineFont2Tag* tag;
-    unsigned long long serial;
-
-    bool IsLive() const {
-        return serial != VXFontTagRegistry::kNone && VXFontTagRegistry::GetSerial(tag) == serial;
-    }
-    bool HasStyle(short bold, short italic) const {
-        return tag->IsBold() == bold && tag->IsItalic() == italic;
-    }
-};
-
-struct ByName {
-    using is_transparent = void;
-    bool operator()(const VXWinFontData& left, const VXWinFontData& right) const { return left < right; }
-    bool operator()(const VXWinFontData& row, const VXString& name) const { return row.m_FontName < name; }
-    bool operator()(const VXString& name, const VXWinFontData& row) const { return name < row.m_FontName; }
-};
+/// Whether a tag that the map has, and that may be gone by now, is there in this style.
+bool HasStyle(const VXSwfDefineFont2Tag* tag, short bold, short italic) {
+    return VXFontTagRegistry::IsShared(tag) && tag->IsBold() == bold && tag->IsItalic() == italic;
+}
 
 CTYFontInstance NewInstance(const CTYFontDict& font, float size) {
     const TYMatrix matrix{size, 0.0f, 0.0f, size, 0.0f, 0.0f};
-    return TYFontInstanceNewFontInstance(font, matrix, TYEncodingNewFromPreDefEncoding(kEncodingOfUnits));
+    const CTYEncoding encoding = TYEncodingNewFromPreDefEncoding(kEncodingOfUnits);
+    // Shared, so that it is empty when the engine adds no reference.
+    return CTYFontInstance(TYFontInstanceNewFontInstance(font, matrix, encoding).Get());
 }
 
 unsigned short TakeId(IVXSwfIdGenerator* ids) {
@@ -70,17 +52,11 @@ std::unique_ptr<VXSwfDefineFont2Tag> NewGlyphFont(const VXString& name, short bo
 
 }  // namespace
 
-/// Never destroyed, so that calls during process exit are safe.
-struct VXFontPublishManager::State {
-    std::multimap<VXString, SharedTag> fontTags;
-    std::map<VXString, std::vector<std::pair<VXTYFontPropStruct, CTYFontDict>>> fonts;
-    std::set<VXWinFontData, ByName> winFonts;
-};
-
-VXFontPublishManager::State& VXFontPublishManager::GetState() {
-    static State& state = *new State;
-    return state;
-}
+std::multimap<VXString, VXSwfDefineFont2Tag*>& VXFontPublishManager::m_FontMap =
+    *new std::multimap<VXString, VXSwfDefineFont2Tag*>;
+std::map<VXString, std::vector<VXFontPublishManager::Font>>& VXFontPublishManager::m_CTYFontMap =
+    *new std::map<VXString, std::vector<Font>>;
+std::set<VXWinFontData>& VXFontPublishManager::g_winFontDataSet = *new std::set<VXWinFontData>;
 
 VXSwfDefineFont2Tag* VXFontPublishManager::GetTemporaryDefineFontTag(const VXString& name, short bold,
                                                                      short italic, IVXSwfIdGenerator* ids) {
@@ -90,22 +66,20 @@ VXSwfDefineFont2Tag* VXFontPublishManager::GetTemporaryDefineFontTag(const VXStr
 VXSwfDefineFont2Tag* VXFontPublishManager::GetDefineFontTag(const VXString& name, short bold, short italic,
                                                             IVXSwfIdGenerator* ids, IVXSwfTagHolder* holder,
                                                             bool addToHolder) {
-    auto& tags = GetState().fontTags;
     VXSwfDefineFont2Tag* first = nullptr;
-    const auto [begin, end] = tags.equal_range(name);
-    for (auto entry = begin; entry != end;) {
-        if (!entry->second.IsLive()) {
-            entry = tags.erase(entry);
-            continue;
-        }
-        if (first == nullptr) first = entry->second.tag;
+    const auto [begin, end] = m_FontMap.equal_range(name);
+    for (auto entry = begin; entry != end; ++entry) {
+        if (!VXFontTagRegistry::IsShared(entry->second)) continue;
+        if (first == nullptr) first = entry->second;
         // Kept: the first of the name, not the one that matched.
-        if (entry->second.HasStyle(bold, italic)) return first;
-        ++entry;
+        if (HasStyle(entry->second, bold, italic)) return first;
     }
     const unsigned short id = TakeId(ids);
     std::unique_ptr<VXSwfDefineFont2Tag> made = NewGlyphFont(name, bold, italic, id);
-    tags.emplace(name, SharedTag{made.get(), VXFontTagRegistry::GetSerial(made.get())});
+    // The new one may lie where one that is gone lay.
+    std::erase_if(m_FontMap, [](const auto& entry) { return !VXFontTagRegistry::IsShared(entry.second); });
+    m_FontMap.emplace(name, made.get());
+    VXFontTagRegistry::Share(made.get());
     VXSwfDefineFont2Tag* tag = made.release();
     if (!addToHolder || holder == nullptr) return tag;
 
@@ -117,11 +91,10 @@ VXSwfDefineFont2Tag* VXFontPublishManager::GetDefineFontTag(const VXString& name
 }
 
 void VXFontPublishManager::RemoveFontTag(const VXString& name, short bold, short italic) {
-    auto& tags = GetState().fontTags;
-    const auto [begin, end] = tags.equal_range(name);
+    const auto [begin, end] = m_FontMap.equal_range(name);
     for (auto entry = begin; entry != end; ++entry) {
-        if (entry->second.IsLive() && entry->second.HasStyle(bold, italic)) {
-            tags.erase(entry);
+        if (HasStyle(entry->second, bold, italic)) {
+            m_FontMap.erase(entry);
             return;
         }
     }
@@ -129,8 +102,7 @@ void VXFontPublishManager::RemoveFontTag(const VXString& name, short bold, short
 
 bool VXFontPublishManager::GetFontDict(const VXTYFontPropStruct& props, CTYFontDict& out) {
     if (props.m_FontName.empty()) return false;
-    auto& fonts = GetState().fonts;
-    if (const auto found = fonts.find(props.m_FontName); found != fonts.end()) {
+    if (const auto found = m_CTYFontMap.find(props.m_FontName); found != m_CTYFontMap.end()) {
         for (const auto& [key, font] : found->second) {
             if (key != props) continue;
             out = font;
@@ -139,7 +111,7 @@ bool VXFontPublishManager::GetFontDict(const VXTYFontPropStruct& props, CTYFontD
     }
     CTYFontDict fresh;
     if (!GetFontWithName(props, fresh)) return false;
-    fonts[props.m_FontName].emplace_back(props, fresh);
+    m_CTYFontMap[props.m_FontName].emplace_back(props, fresh);
     out = std::move(fresh);
     return true;
 }
@@ -147,7 +119,7 @@ bool VXFontPublishManager::GetFontDict(const VXTYFontPropStruct& props, CTYFontD
 void VXFontPublishManager::AddFontDict(const VXTYFontPropStruct& props, const CTYFontDict& dict,
                                        bool replace) {
     if (dict.IsEmpty() || props.m_FontName.empty()) return;
-    auto& fonts = GetState().fonts[props.m_FontName];
+    auto& fonts = m_CTYFontMap[props.m_FontName];
     for (auto& [key, font] : fonts) {
         if (key != props) continue;
         if (replace) font = dict;
@@ -231,17 +203,11 @@ bool VXFontPublishManager::GetTextOutlines(const unsigned short& c, float scaleX
 }
 
 void VXFontPublishManager::PopulateWinFontData() {
-    auto& fonts = GetState().winFonts;
-    if (!fonts.empty()) return;
-    std::set<VXWinFontData, ByName> filled;
-    for (const VXWinFontRow& row : VXGetWinFontTable()) {
-        VXWinFontData data;
-        data.m_FontName = row.fontName;
-        data.m_MetricA = row.metricA;
-        data.m_MetricB = row.metricB;
-        filled.insert(std::move(data));
-    }
-    fonts = std::move(filled);
+    if (!g_winFontDataSet.empty()) return;
+    std::set<VXWinFontData> filled;
+    for (const VXWinFontRow& row : VXGetWinFontTable())
+        filled.insert({row.fontName, row.metricA, row.metricB});
+    g_winFontDataSet = std::move(filled);
 }
 
 bool VXFontPublishManager::GetWinFontData(const VXString& name, float size, float& first, float& second) {
@@ -249,9 +215,8 @@ bool VXFontPublishManager::GetWinFontData(const VXString& name, float size, floa
     second = 0.0f;
     PopulateWinFontData();
     if (!(size > 0.0f)) return false;
-    const auto& fonts = GetState().winFonts;
-    const auto row = fonts.find(name);
-    if (row == fonts.end()) return false;
+    const auto row = g_winFontDataSet.find({name});
+    if (row == g_winFontDataSet.end()) return false;
     const float scale = size * 0.0009765625f;
     first = static_cast<float>(row->m_MetricA) * scale;
     second = static_cast<float>(row->m_MetricB) * scale;
@@ -259,8 +224,7 @@ bool VXFontPublishManager::GetWinFontData(const VXString& name, float size, floa
 }
 
 void VXFontPublishManager::DoCleanUp() {
-    State& state = GetState();
-    state.fontTags.clear();
-    state.fonts.clear();
-    state.winFonts.clear();
+    m_FontMap.clear();
+    m_CTYFontMap.clear();
+    g_winFontDataSet.clear();
 }

@@ -1,10 +1,16 @@
 #pragma once
 
+#include <map>
+#include <set>
+#include <utility>
+#include <vector>
+
 #include "binding/CTYHandles.h"
 #include "framework/IVXSwfIdGenerator.h"
 #include "framework/IVXSwfTagHolder.h"
 #include "platform/VXExport.h"
 #include "platform/VXString.h"
+#include "text/VXWinFontData.h"
 
 class VXSwfDefineFont2Tag;
 
@@ -24,7 +30,8 @@ struct VXTYFontPropStruct {
 ///
 /// It owns no tag: those that it hands out belong to the movie that they are in. One that is gone by the time
 /// of the next request counts as never made. Without a type engine no font is found, every width is 0 and
-/// every outline empty. For one thread at a time, process exit included.
+/// every outline empty. For one thread at a time, process exit included, and so are font tags: to make, copy,
+/// dump or delete one.
 class VXSWF_API VXFontPublishManager {
 public:
     VXFontPublishManager() = delete;
@@ -71,9 +78,13 @@ public:
     static void DoCleanUp();
 
 private:
-    struct State;
+    using Font = std::pair<VXTYFontPropStruct, BND_NT_NMT::CTYFontDict>;
 
-    static State& GetState();
+    // Never destroyed, so that calls during process exit are safe.
+    static std::multimap<VXString, VXSwfDefineFont2Tag*>& m_FontMap;
+    static std::map<VXString, std::vector<Font>>& m_CTYFontMap;
+    static std::set<VXWinFontData>& g_winFontDataSet;
+
     static void PopulateWinFontData();
     static bool GetFontWithName(const VXTYFontPropStruct& props, BND_NT_NMT::CTYFontDict& out);
     static bool GetFontWithProperties(const BND_NT_NMT::CTYFamily& family, const VXTYFontPropStruct& props,

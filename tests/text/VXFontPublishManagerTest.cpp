@@ -169,6 +169,10 @@ TEST_F(VXFontPublishManagerFonts, MeasureAndDrawCharacters) {
     instance = Manager::GetFontInstance("Fam", false, false, 12.0f);
     EXPECT_EQ(Manager::CharWidth('a', instance), 6);
 
+    engine.refusesToShare = true;
+    EXPECT_TRUE(Manager::GetFontInstance("Fam", false, false).IsEmpty()) << "no reference, no instance";
+    engine.refusesToShare = false;
+
     CTYFontDict font;
     ASSERT_TRUE(Manager::GetFontDict({"Fam", false, false, 0}, font));
     CGFMSharedBezierPath path = GFMNewSharedBezierPath(1024);
