@@ -48,7 +48,7 @@ Point MeetingOf(Point a, Point d, Point b, Point l, Point otherwise) {
     const double b2 = l.x - b.x;
     const double c2 = l.y * b.x - l.x * b.y;
     const double determinant = b2 * a1 - a2 * b1;
-    if (!(std::fabs(determinant) >= 1e-5)) return otherwise;
+    if (!(std::fabs(determinant) >= kVXNegligible)) return otherwise;
     return {(c2 * b1 - b2 * c1) / determinant, (c2 * a1 - a2 * c1) / (a2 * b1 - b2 * a1)};
 }
 
@@ -57,8 +57,8 @@ std::unique_ptr<VXFlintCurvedEdgeRecord> MakeCurve(const VXPathState& state, Poi
     const Point controlDelta = control - from;
     const Point anchorDelta = (to - from) - controlDelta;
     auto edge = VXMakeCurvedEdge(state, controlDelta, anchorDelta, to);
-    const auto isZero = [](double delta) { return std::fabs(delta) < 1e-5; };
-    if (isZero(controlDelta.x) && isZero(controlDelta.y) && isZero(anchorDelta.x) && isZero(anchorDelta.y)) {
+    if (VXIsZero(controlDelta.x) && VXIsZero(controlDelta.y) && VXIsZero(anchorDelta.x) &&
+        VXIsZero(anchorDelta.y)) {
         *edge = VXFlintCurvedEdgeRecord();
     }
     return edge;

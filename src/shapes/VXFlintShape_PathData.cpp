@@ -1,7 +1,6 @@
 #include <cmath>
 
 #include "graphics/VXFlintShape.h"
-#include "graphics/VXTwips.h"
 #include "shapes/BezSWFEdgeCreatorVisitor.h"
 #include "shapes/BezierLib2.h"
 #include "shapes/VXPathWalk_p.h"
@@ -11,22 +10,15 @@
 
 namespace {
 
-/// Of squared distances in units of the grid.
-constexpr double kTolerance = 0.01;
 constexpr float kClosing = 0.001f;
 /// Whole units up to here are exact in single precision.
 constexpr float kFarthest = 16777216.0f;
-
-struct WholePoint {
-    int x = 0;
-    int y = 0;
-};
 
 struct RealPoint {
     float x = 0.0f;
     float y = 0.0f;
 
-    WholePoint Truncated() const { return {VXTruncate(x), VXTruncate(y)}; }
+    VXWholePoint Truncated() const { return VXWholePoint::Of(x, y); }
 };
 
 /// False for what is not a number too.
@@ -42,14 +34,13 @@ void VXFlintShape::CreateShapeFromPathData(unsigned int count, float* points, co
     if (points == nullptr || kinds == nullptr) return;
     RealPoint realStart;
     RealPoint last;
-    WholePoint start;
-    WholePoint current;
-    WholePoint pen;  // where the records lead
+    VXWholePoint start;
+    VXWholePoint current;
+    VXWholePoint pen;  // where the records lead
     bool hasPoint = false;
     BezierLib2::BezSWFEdgeCreatorVisitor visitor({}, this, &pen.x, &pen.y);
-    const auto addLine = [this](WholePoint from, WholePoint to) {
-        AddLineToGlyphShape(static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
-                            static_cast<float>(to.y));
+    const auto addLine = [this](VXWholePoint from, VXWholePoint to) {
+        AddLineToGlyphShape(from.FloatX(), from.FloatY(), to.FloatX(), to.FloatY());
     };
     // A step that cannot be followed is passed over.
     VXWalkPath(count, points, kinds, [&](unsigned int entry, const float* floats, unsigned int numPoints) {
@@ -61,34 +52,32 @@ void VXFlintShape::CreateShapeFromPathData(unsigned int count, float* points, co
         if (kind == kKVMCurve && !hasPoint) return;
         hasPoint = true;
         const RealPoint from = last;
-        const WholePoint wholeFrom = current;
+        const VXWholePoint wholeFrom = current;
         last = at(numPoints - 1);
         current = last.Truncated();
         switch (kind) {
             case kKVMMove:
                 realStart = last;
                 start = pen = current;
-                AddChangeToGlyphShape(static_cast<float>(current.x), static_cast<float>(current.y), false);
+                AddChangeToGlyphShape(current.FloatX(), current.FloatY(), false);
                 break;
             case kKVMLine: {
                 const bool closesNext = entry + 1 < count && kinds[entry + 1] == kKVMClose;
                 if (closesNext && IsClosing(realStart, last)) {
                     // Makes up for what truncation has lost on the way.
-                    current.x = VXWrappingSum(wholeFrom.x, VXWrappingDifference(start.x, pen.x));
-                    current.y = VXWrappingSum(wholeFrom.y, VXWrappingDifference(start.y, pen.y));
+                    current = wholeFrom + (start - pen);
                 }
-                pen.x = VXWrappingSum(pen.x, VXWrappingDifference(current.x, wholeFrom.x));
-                pen.y = VXWrappingSum(pen.y, VXWrappingDifference(current.y, wholeFrom.y));
+                pen = pen + (current - wholeFrom);
                 addLine(wholeFrom, current);
                 break;
             }
             case kKVMCurve: {
                 const double cubic[] = {from.x, from.y, at(0).x, at(0).y, at(1).x, at(1).y, last.x, last.y};
-                BezierLib2::VisitCubic(cubic, kTolerance, visitor);
+                BezierLib2::VisitCubic(cubic, kVXCurveTolerance, visitor);
                 break;
             }
             default:
-                if (pen.x != start.x || pen.y != start.y) addLine(wholeFrom, start);
+                if (pen != start) addLine(wholeFrom, start);
                 break;
         }
     });

@@ -1,13 +1,5 @@
 #include "shapes/VXPathWriter_p.h"
 
-#include "graphics/VXTwips.h"
-
-namespace {
-
-bool IsZero(VXReal delta) { return std::fabs(delta) < 1e-5; }
-
-}  // namespace
-
 VXPathPoint VXPathState::Pen() const { return {VXFromTwips(penX), VXFromTwips(penY)}; }
 
 void VXPathState::SetPen(VXPathPoint point) const {
@@ -24,11 +16,11 @@ std::unique_ptr<VXFlintStraightEdgeRecord> VXMakeStraightEdge(const VXPathState&
                                                               VXPathPoint to) {
     const VXPathPoint delta = to - from;
     auto edge = std::make_unique<VXFlintStraightEdgeRecord>();
-    if (!IsZero(delta.x) && !IsZero(delta.y)) {
+    if (!VXIsZero(delta.x) && !VXIsZero(delta.y)) {
         edge->GeneralLineFlag = 1;
         edge->DeltaX = delta.x;
         edge->DeltaY = delta.y;
-    } else if (!IsZero(delta.y)) {
+    } else if (!VXIsZero(delta.y)) {
         edge->VertLineFlag = 1;
         edge->DeltaY = delta.y;
     } else {

@@ -7,6 +7,7 @@
 #include "graphics/VXFlintEdgeRecords.h"
 #include "graphics/VXFlintShapeRecords.h"
 #include "graphics/VXFlintShapeStyleChangeRecord.h"
+#include "graphics/VXTwips.h"
 #include "platform/VXTypes.h"
 #include "shapes/VXSwfStrokePattern.h"
 
@@ -17,6 +18,33 @@ inline int VXWrappingSum(int a, int b) {
 inline int VXWrappingDifference(int a, int b) {
     return static_cast<int>(static_cast<unsigned int>(a) - static_cast<unsigned int>(b));
 }
+
+/// A place on the grid of a glyph.
+struct VXWholePoint {
+    int x = 0;
+    int y = 0;
+
+    static VXWholePoint Of(VXReal x, VXReal y) { return {VXTruncate(x), VXTruncate(y)}; }
+    float FloatX() const { return static_cast<float>(x); }
+    float FloatY() const { return static_cast<float>(y); }
+
+    friend VXWholePoint operator+(VXWholePoint a, VXWholePoint b) {
+        return {VXWrappingSum(a.x, b.x), VXWrappingSum(a.y, b.y)};
+    }
+    friend VXWholePoint operator-(VXWholePoint a, VXWholePoint b) {
+        return {VXWrappingDifference(a.x, b.x), VXWrappingDifference(a.y, b.y)};
+    }
+    friend bool operator==(VXWholePoint, VXWholePoint) = default;
+};
+
+/// Of squared distances, in pixels or in units of the grid: how far off a control point of a reduced curve may
+/// be. A tenth of a pixel is two twips.
+inline constexpr double kVXCurveTolerance = 0.01;
+
+/// Lengths in pixels, and determinants, that are smaller count as 0.
+inline constexpr VXReal kVXNegligible = 1e-5;
+
+inline bool VXIsZero(VXReal delta) { return std::fabs(delta) < kVXNegligible; }
 
 /// A place or a distance, in pixels.
 struct VXPathPoint {
@@ -45,7 +73,7 @@ struct VXPathState {
 
 // What makes a record of a path keeps the state of the path.
 
-/// An axis that changes by less than 1e-5 is left out of the record.
+/// An axis that does not change is left out of the record.
 std::unique_ptr<VXFlintStraightEdgeRecord> VXMakeStraightEdge(const VXPathState& state, VXPathPoint from,
                                                               VXPathPoint to);
 std::unique_ptr<VXFlintCurvedEdgeRecord> VXMakeCurvedEdge(const VXPathState& state, VXPathPoint controlDelta,
@@ -60,7 +88,8 @@ void VXAddLine(VXFlintShapeRecords& records, VXSwfStrokePattern& stroke, const V
 /// The walk along a pattern. All lengths are in pixels.
 class VXDashWalk {
 public:
-    static constexpr VXReal kTolerance = 1e-5;
+    /// Bounds the number of pieces. A remainder below 0 lengthens the walk as a longer edge would, so it has the
+    /// same bound.
     static constexpr VXReal kLongest = 10000000.0;
 
     static bool IsNeeded(const VXSwfStrokePattern& stroke) {
@@ -71,15 +100,16 @@ public:
     /// the length at which it ends, and whether it is what the element before had left. Nothing is left of an
     /// edge that is too short.
     ///
-    /// False when the edge is to be drawn whole: it needs no walk, its length is beyond all measure, or the
-    /// place in the pattern makes no sense. Such a place becomes the start.
+    /// False when the edge is to be drawn whole: it needs no walk, it is longer than `kLongest`, or the place in
+    /// the pattern is none. An element that does not exist becomes the first, and a remainder that is not
+    /// finite or below −`kLongest` becomes 0; the other of the two stays.
     ///
     /// Kept: what remains of an element is stored only when the element runs over the end of the edge. One
     /// that ends with the edge leaves the old remainder to the next.
     template <typename Piece>
     static bool Walk(VXSwfStrokePattern& stroke, VXReal length, Piece&& piece) {
         if (!IsNeeded(stroke) || !std::isfinite(length) || length > kLongest) return false;
-        if (length <= kTolerance) return true;
+        if (length <= kVXNegligible) return true;
         if (!RepairPlace(stroke)) return false;
         const auto count = static_cast<int>(stroke.Pattern.size());
         int index = stroke.CurIndex;
@@ -90,15 +120,15 @@ public:
             piece(position / length, index % 2 == 0, isRest);
             if (!runsOver && ++index == count) index = 0;
         };
-        if (rest > length + kTolerance) {
+        if (rest > length + kVXNegligible) {
             rest -= length;
             position = length;
             runsOver = true;
         }
-        if (position > kTolerance) endPiece(true);
-        while (length - kTolerance > position) {
+        if (position > kVXNegligible) endPiece(true);
+        while (length - kVXNegligible > position) {
             position += stroke.Pattern[static_cast<std::size_t>(index)];
-            if (position > length + kTolerance) {
+            if (position > length + kVXNegligible) {
                 rest = position - length;
                 position = length;
                 runsOver = true;

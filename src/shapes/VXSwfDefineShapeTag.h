@@ -126,6 +126,7 @@ private:
     short Supports255Plus() const;
     VXErrorCodeEnum DumpFields(VXBitStream& body);
     VXPathState GetPathState();
+    VXFlintShapeEndRecord* CreateEndRecord();
     void AddShapeRecord(std::unique_ptr<VXFlintShapeRecordBase> record);
     void AddEdge(VXReal x1, VXReal y1, VXReal x2, VXReal y2);
     void StartFill(VXReal x, VXReal y);

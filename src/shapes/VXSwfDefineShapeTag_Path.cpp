@@ -9,9 +9,6 @@
 
 namespace {
 
-/// Of squared distances in pixels; a control point may be off by a tenth of a pixel, or two twips.
-constexpr double kTolerance = 0.01;
-
 /// Of the polygon of its control points, which is at least as long as the curve.
 double LongestLength(const double (&points)[8]) {
     double length = 0.0;
@@ -81,7 +78,7 @@ void VXSwfDefineShapeTag::AddCurvedEdge(VXReal, VXReal, VXReal c1x, VXReal c1y, 
     // A curve beyond all measure has no dashes, though each of its pieces could.
     VXSwfStrokePattern solid;
     const bool isMeasured = LongestLength(points) <= VXDashWalk::kLongest;
-    BezierLib2::BezSWFEdgeCreatorVisitor2 visitor(BezierLib2::ConvertCubicToShapes(points, kTolerance),
+    BezierLib2::BezSWFEdgeCreatorVisitor2 visitor(BezierLib2::ConvertCubicToShapes(points, kVXCurveTolerance),
                                                   &ShapeWithStyle, isMeasured ? &StrokePattern : &solid,
                                                   &PenX, &PenY, &SumX, &SumY);
     visitor.VisitShapes();
@@ -93,7 +90,11 @@ void VXSwfDefineShapeTag::EndPath() {
         VXFromTwips(SumX), VXFromTwips(SumY), VXFromTwips(PathStartX), VXFromTwips(PathStartY))));
 }
 
-void VXSwfDefineShapeTag::EndShape() { AddShapeRecord(std::make_unique<VXFlintShapeEndRecord>()); }
+void VXSwfDefineShapeTag::EndShape() {
+    AddShapeRecord(std::unique_ptr<VXFlintShapeRecordBase>(CreateEndRecord()));
+}
+
+VXFlintShapeEndRecord* VXSwfDefineShapeTag::CreateEndRecord() { return new VXFlintShapeEndRecord; }
 
 VXFlintStraightEdgeRecord* VXSwfDefineShapeTag::CreateStraightEdgeRecord(VXReal x1, VXReal y1, VXReal x2,
                                                                          VXReal y2) {

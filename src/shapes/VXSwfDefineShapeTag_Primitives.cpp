@@ -13,7 +13,7 @@ constexpr int kImageScale = 1310720;
 int ImageScale(int imageSize, int size) {
     if (imageSize == size) return kImageScale;
     const float ratio = static_cast<float>(size) / static_cast<float>(imageSize);
-    const float scale = ratio * 1310720.0f;
+    const float scale = ratio * static_cast<float>(kImageScale);
     return VXTruncate(scale);
 }
 
