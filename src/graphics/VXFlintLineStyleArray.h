@@ -25,9 +25,8 @@ public:
     VXFlintLineStyleArray& operator=(VXFlintLineStyleArray&&) noexcept = default;
     virtual ~VXFlintLineStyleArray();
 
-    /// Styles of the kind in use are loaded over, in place; the others stay. Where the data cannot hold
-    /// `LineStyleCount` styles, the sequence is not lengthened beyond the bytes that are left, and the load
-    /// fails as it must.
+    /// Styles of the kind in use are loaded over, in place; the others stay. An array that is cut holds what one
+    /// of fills would.
     VXErrorCodeEnum LoadFromStream(VXBitStream& in);
     /// 1 when `LineStyleCount` runs past the sequence in use.
     VXErrorCodeEnum DumpToStream(VXBitStream& out);

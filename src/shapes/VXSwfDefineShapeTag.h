@@ -68,13 +68,13 @@ public:
     /// A stroke selects line 1 and leaves the fill as it is; any other path selects fill 1 and leaves the
     /// line. The pattern starts anew.
     void StartPath(VXReal x, VXReal y, short isStroke);
-    /// Cut into dashes when the path is a stroke with a pattern. One that is shorter than 1e-5 is then left
-    /// out; one longer than 10,000,000 pixels, or with a place in the pattern that is none, is drawn whole.
+    /// Cut into dashes when the path is a stroke with a pattern. An edge shorter than 1e-5 pixels is then left
+    /// out; one longer than 10,000,000, or with a place in the pattern that does not exist, is drawn whole.
     void AddStraightEdge(VXReal x1, VXReal y1, VXReal x2, VXReal y2);
     /// A quadratic curve, never cut into dashes.
     void AddCurvedEdge(VXReal x1, VXReal y1, VXReal cx, VXReal cy, VXReal x2, VXReal y2);
-    /// A cubic curve, as straight and quadratic edges that are off by a tenth of a pixel at most, dashed as
-    /// those of the straight kind are.
+    /// A cubic curve, as straight and quadratic edges that are off by a tenth of a pixel at most. They are cut
+    /// into dashes too, unless the polygon of the curve's points is longer than 10,000,000 pixels.
     void AddCurvedEdge(VXReal x1, VXReal y1, VXReal c1x, VXReal c1y, VXReal c2x, VXReal c2y, VXReal x2,
                        VXReal y2);
     /// Closes the path with one solid edge, from where the rounded deltas lead to where the path began. It is
@@ -90,9 +90,9 @@ public:
                                                     VXReal y2);
     VXFlintShapeStyleChangeRecord* CreateMoveToRecord(VXReal x, VXReal y);
 
-    // Whole shapes in one call, in pixels: bounds, styles, outline and end. They append to what is there. The
-    // fill lies on the right of the edges. Those with a colour add a line style of the first kind, so they
-    // are for the types below 83; only the straight line selects it.
+    // Whole shapes in one call, in pixels: bounds, styles, outline and end. They append to what is there. Edges
+    // select the fill as `FillStyle1`, where drawn paths select it as `FillStyle0`. Shapes with a colour add a
+    // line style of the first kind, so they are for the types below 83; only the straight line selects it.
 
     void CreateRectangle(int left, int top, int right, int bottom, const VXFlintRGB& color);
     void CreateRectangleWithFillStyle(int left, int top, int right, int bottom, const VXFlintFillStyle& fill);
