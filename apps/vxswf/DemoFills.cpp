@@ -6,8 +6,6 @@ namespace {
 
 constexpr int kWidth = DemoStage::kCellWidth;
 constexpr int kHeight = DemoStage::kCellHeight;
-constexpr unsigned char kLinear = 16;
-constexpr unsigned char kRadial = 18;
 constexpr unsigned char kPad = 0;
 constexpr unsigned char kReflect = 1;
 constexpr unsigned char kRepeat = 2;
@@ -19,7 +17,7 @@ struct Stop {
 };
 
 /// A gradient over `width` × `height` pixels about the middle of a cell.
-VXFlintFillStyle Gradient(unsigned char type, double width, double height, double degrees,
+VXFlintFillStyle Gradient(VXFillStyleEnum type, double width, double height, double degrees,
                           unsigned char spread, std::initializer_list<Stop> stops) {
     constexpr double kSquare = 32768.0 / 20.0;  // pixels; a gradient lies on such a square about the origin
     VXFlintFillStyle fill;
@@ -40,7 +38,7 @@ VXFlintFillStyle Gradient(unsigned char type, double width, double height, doubl
 }
 
 /// A bitmap of which a pixel is `scale` pixels of the stage.
-VXFlintFillStyle Bitmap(unsigned char type, unsigned short id, double scale) {
+VXFlintFillStyle Bitmap(VXFillStyleEnum type, unsigned short id, double scale) {
     VXFlintFillStyle fill;
     fill.FillStyleType = type;
     fill.BitmapId = id;
@@ -74,16 +72,17 @@ void AddDemoFills(DemoStage& stage) {
     const Fill fills[] = {
         {"Solid", SolidFill(kRed)},
         {"Solid, half clear", SolidFill(kRed, 128), true},
-        {"Linear", Gradient(kLinear, kWidth, kHeight, 0, kPad, two)},
-        {"Linear, five stops", Gradient(kLinear, kWidth, kHeight, 0, kPad, five)},
-        {"Linear, upright", Gradient(kLinear, kHeight, kHeight, 90, kPad, two)},
-        {"Radial", Gradient(kRadial, kWidth, kHeight, 0, kPad, two)},
-        {"Radial, fades out", Gradient(kRadial, kWidth, kHeight, 0, kPad, {{0, kRed}, {255, kRed, 0}}), true},
-        {"Linear, reflected", Gradient(kLinear, kWidth / 4.0, kHeight, 0, kReflect, two)},
-        {"Linear, repeated", Gradient(kLinear, kWidth / 4.0, kHeight, 0, kRepeat, two)},
-        {"Tiles of 20, smooth", Bitmap(64, id, 10)},
-        {"Tiles of 20, hard", Bitmap(66, id, 10)},
-        {"Clipped: edges go on", Bitmap(67, id, 30)},
+        {"Linear", Gradient(kVXFillLinearGradient, kWidth, kHeight, 0, kPad, two)},
+        {"Linear, five stops", Gradient(kVXFillLinearGradient, kWidth, kHeight, 0, kPad, five)},
+        {"Linear, upright", Gradient(kVXFillLinearGradient, kHeight, kHeight, 90, kPad, two)},
+        {"Radial", Gradient(kVXFillRadialGradient, kWidth, kHeight, 0, kPad, two)},
+        {"Radial, fades out",
+         Gradient(kVXFillRadialGradient, kWidth, kHeight, 0, kPad, {{0, kRed}, {255, kRed, 0}}), true},
+        {"Linear, reflected", Gradient(kVXFillLinearGradient, kWidth / 4.0, kHeight, 0, kReflect, two)},
+        {"Linear, repeated", Gradient(kVXFillLinearGradient, kWidth / 4.0, kHeight, 0, kRepeat, two)},
+        {"Tiles of 20, smooth", Bitmap(kVXFillTiledBitmap, id, 10)},
+        {"Tiles of 20, hard", Bitmap(kVXFillTiledHardBitmap, id, 10)},
+        {"Clipped: edges go on", Bitmap(kVXFillClippedHardBitmap, id, 30)},
     };
     int cell = 0;
     for (const auto& [caption, style, isSeenThrough] : fills) {

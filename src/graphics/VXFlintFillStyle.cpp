@@ -8,15 +8,9 @@
 
 namespace {
 
-constexpr unsigned char kSolid = 0;
-constexpr unsigned char kLinearGradient = 16;
-constexpr unsigned char kRadialGradient = 18;
-constexpr unsigned char kFirstBitmap = 64;
-constexpr unsigned char kLastBitmap = 67;
+bool IsGradient(unsigned char type) { return type == kVXFillLinearGradient || type == kVXFillRadialGradient; }
 
-bool IsGradient(unsigned char type) { return type == kLinearGradient || type == kRadialGradient; }
-
-bool IsBitmap(unsigned char type) { return type >= kFirstBitmap && type <= kLastBitmap; }
+bool IsBitmap(unsigned char type) { return type >= kVXFillTiledBitmap && type <= kVXFillClippedHardBitmap; }
 
 }  // namespace
 
@@ -34,7 +28,7 @@ VXFlintFillStyle::~VXFlintFillStyle() = default;
 
 VXErrorCodeEnum VXFlintFillStyle::LoadFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(in.ReadByte(FillStyleType));
-    if (FillStyleType == kSolid) return Color.LoadFromStream(in);
+    if (FillStyleType == kVXFillSolid) return Color.LoadFromStream(in);
     if (IsGradient(FillStyleType)) {
         VX_RETURN_IF_FAILED(GradientMatrix.LoadFromStream(in));
         return Gradient.LoadFromStream(in);
@@ -48,7 +42,7 @@ VXErrorCodeEnum VXFlintFillStyle::LoadFromStream(VXBitStream& in) {
 
 VXErrorCodeEnum VXFlintFillStyle::DumpToStream(VXBitStream& out) {
     VX_RETURN_IF_FAILED(out.WriteByte(FillStyleType));
-    if (FillStyleType == kSolid) return Color.DumpToStream(out);
+    if (FillStyleType == kVXFillSolid) return Color.DumpToStream(out);
     if (IsGradient(FillStyleType)) {
         VX_RETURN_IF_FAILED(GradientMatrix.DumpToStream(out));
         return Gradient.DumpToStream(out);

@@ -9,12 +9,23 @@
 #include "graphics/VXFlintRGB.h"
 #include "platform/VXExport.h"
 
+/// Types of fills. A clipped bitmap goes on in the colours of its edge; a hard one has its pixels as they are.
+enum VXFillStyleEnum : unsigned char {
+    kVXFillSolid = 0,
+    kVXFillLinearGradient = 16,
+    kVXFillRadialGradient = 18,
+    kVXFillTiledBitmap = 64,
+    kVXFillClippedBitmap = 65,
+    kVXFillTiledHardBitmap = 66,
+    kVXFillClippedHardBitmap = 67,
+};
+
 /// What fills a shape, the format's FILLSTYLE:
 ///
 ///     FillStyleType u8
-///     0         solid: Color VXFlintRGB
-///     16, 18    linear, radial gradient: GradientMatrix VXFlintMatrix, Gradient VXFlintGradient
-///     64 to 67  bitmap, repeated or clipped, smoothed or not: BitmapId u16, BitmapMatrix VXFlintMatrix
+///     Color VXFlintRGB                                           solid
+///     GradientMatrix VXFlintMatrix, Gradient VXFlintGradient     gradients
+///     BitmapId u16, BitmapMatrix VXFlintMatrix                   bitmaps
 ///
 /// Kept: any other type, the focal gradient 19 among them, is the type byte alone in both directions, and no
 /// failure. What follows it in a movie is then misread.
@@ -40,7 +51,7 @@ public:
     /// the old one. Null does nothing.
     void UpdateReferenceIDs(VXFlintIDMap* map);
 
-    unsigned char FillStyleType = 0;
+    unsigned char FillStyleType = kVXFillSolid;  ///< of `VXFillStyleEnum`, or any other
     unsigned short BitmapId = 0;
     VXFlintRGB Color;
     VXFlintMatrix GradientMatrix;
@@ -73,8 +84,9 @@ public:
 
     // The rest.
 
-    /// Styles that are there are loaded over, in place. Where the data cannot hold `FillStyleCount` styles,
-    /// the sequence is not lengthened beyond the bytes that are left, and the load fails as it must.
+    /// Styles that are there are loaded over, in place. An array that is cut has `FillStyleCount` styles all the
+    /// same, those behind the cut as they were or new; of more than 255 only 255, or one for each byte that was
+    /// left.
     VXErrorCodeEnum LoadFromStream(VXBitStream& in);
     /// 1 when `FillStyleCount` runs past the sequence.
     VXErrorCodeEnum DumpToStream(VXBitStream& out);

@@ -49,9 +49,9 @@ public:
     short StateFillStyle1 = 0;
     short StateFillStyle0 = 0;
     short StateMoveTo = 0;
-    unsigned int MoveBits = 0;     ///< width as read
-    unsigned int FillStyle0 = 0;   ///< fill on the left of the edges that follow; 1 is the first, 0 is none
-    unsigned int FillStyle1 = 0;   ///< fill on the right
+    unsigned int MoveBits = 0;    ///< width as read
+    unsigned int FillStyle0 = 0;  ///< fill on the left of the edges that follow; 1 is the first, 0 is none
+    unsigned int FillStyle1 = 0;  ///< fill on the right
     unsigned int LineStyle = 0;
     unsigned int NewNumFillBits = 0;  ///< widths in force behind this record
     unsigned int NewNumLineBits = 0;

@@ -131,7 +131,7 @@ void VXSwfDefineShapeTag::CreateShapeForImage(unsigned short bitmapId, int x, in
     const VXReal top = y;
     ShapeBounds.Set(left, top, left + width, top + height);
     VXFlintFillStyle fill;
-    fill.FillStyleType = tiled != 0 ? 64 : 65;
+    fill.FillStyleType = tiled != 0 ? kVXFillTiledBitmap : kVXFillClippedBitmap;
     fill.BitmapId = bitmapId;
     fill.BitmapMatrix.HasScale = 1;
     fill.BitmapMatrix.ScaleX = tiled != 0 ? kImageScale : ImageScale(imageWidth, width);
