@@ -77,13 +77,12 @@ TYError GFMSharedBezierPathGetStateProc(GFMSharedBezierPath path, std::uint32_t*
     VXClear(count);
     VXClear(points);
     VXClear(kinds);
-    VXTypeEngine* engine = VXTypeEngine::Find();
-    VXPathObject* object = engine == nullptr ? nullptr : engine->handles.Find<VXPathObject>(path);
-    if (object == nullptr) return &kVXBadHandle;
-    if (count != nullptr) *count = static_cast<std::uint32_t>(object->entries.kinds.size());
-    if (points != nullptr) *points = object->entries.points.data();
-    if (kinds != nullptr) *kinds = object->entries.kinds.data();
-    return nullptr;
+    return VXWith<VXPathObject>(path, [&](VXTypeEngine&, VXPathObject& object) -> TYError {
+        if (count != nullptr) *count = static_cast<std::uint32_t>(object.entries.kinds.size());
+        if (points != nullptr) *points = object.entries.points.data();
+        if (kinds != nullptr) *kinds = object.entries.kinds.data();
+        return nullptr;
+    });
 }
 
 }  // extern "C"

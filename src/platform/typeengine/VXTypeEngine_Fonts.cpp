@@ -15,12 +15,8 @@ std::shared_ptr<const Element> At(const std::shared_ptr<Owner>& owner, const std
 }
 
 TYError GetFontName(TYFontDict font, TYString* out) {
-    VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontDictObject>(font);
-        if (object == nullptr) return &kVXBadHandle;
-        if (out == nullptr) return &kVXBadParameter;
-        return engine.Add(std::make_unique<VXStringObject>(object->font.record->name), out);
+    return VXMake<VXFontDictObject>(font, out, [](const VXFontDictObject& object) {
+        return std::make_unique<VXStringObject>(object.value.record->name);
     });
 }
 
@@ -31,11 +27,9 @@ TYError GetStyleName(TYFontDict font, std::int32_t* out, std::uint16_t* buffer, 
     VXClear(out);
     VXClear(length);
     if (room >= 0) VXClear(buffer);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontDictObject>(font);
-        if (object == nullptr) return &kVXBadHandle;
+    return VXWith<VXFontDictObject>(font, [&](VXTypeEngine&, const VXFontDictObject& object) -> TYError {
         if (buffer == nullptr || room < 0 || encoding != kUTF16) return &kVXBadParameter;
-        const std::string& name = object->font.record->styleName;
+        const std::string& name = object.value.record->styleName;
         const VXString units(name.data(), name.size());
         const auto count = static_cast<std::int32_t>(units.length());
         *length = std::min(count, room);
@@ -58,54 +52,32 @@ TYError TYFontSetNewProc(TYFontSet* out, std::int32_t system) {
 }
 
 TYError TYFamilyListNewListProc(TYFontSet set, std::int32_t, TYFamilyList* out) {
-    VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontSetObject>(set);
-        if (object == nullptr) return &kVXBadHandle;
-        if (out == nullptr) return &kVXBadParameter;
-        return engine.Add(std::make_unique<VXFamilyListObject>(object->list), out);
+    return VXMake<VXFontSetObject>(set, out, [](const VXFontSetObject& object) {
+        return std::make_unique<VXFamilyListObject>(object.value);
     });
 }
 
 TYError TYFamilyListGetNumFamsProc(TYFamilyList list, std::int32_t* out) {
-    VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFamilyListObject>(list);
-        if (object == nullptr) return &kVXBadHandle;
-        if (out != nullptr) *out = static_cast<std::int32_t>(object->list->GetFamilies().size());
-        return nullptr;
-    });
+    return VXGet<VXFamilyListObject>(
+        list, out, [](const VXFamilyListObject& object) { return object.value->GetFamilies().size(); });
 }
 
 TYError TYFamilyListGetNthFamilyProc(TYFamilyList list, std::int32_t index, TYFamily* out) {
-    VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFamilyListObject>(list);
-        if (object == nullptr) return &kVXBadHandle;
-        auto family = At(object->list, object->list->GetFamilies(), index);
-        if (out == nullptr || family == nullptr) return &kVXBadParameter;
-        return engine.Add(std::make_unique<VXFamilyObject>(std::move(family)), out);
+    return VXMake<VXFamilyListObject>(list, out, [index](const VXFamilyListObject& object) {
+        auto family = At(object.value, object.value->GetFamilies(), index);
+        return family == nullptr ? nullptr : std::make_unique<VXFamilyObject>(std::move(family));
     });
 }
 
 TYError TYFamilyGetNumFontsProc(TYFamily family, std::int32_t* out, std::int32_t) {
-    VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFamilyObject>(family);
-        if (object == nullptr) return &kVXBadHandle;
-        if (out != nullptr) *out = static_cast<std::int32_t>(object->family->fonts.size());
-        return nullptr;
-    });
+    return VXGet<VXFamilyObject>(family, out,
+                                 [](const VXFamilyObject& object) { return object.value->fonts.size(); });
 }
 
 TYError TYFamilyGetNthFontProc(TYFamily family, const std::int32_t* index, TYFontDict* out) {
-    VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFamilyObject>(family);
-        if (object == nullptr) return &kVXBadHandle;
-        auto font = index == nullptr ? nullptr : At(object->family, object->family->fonts, *index);
-        if (out == nullptr || font == nullptr) return &kVXBadParameter;
-        return engine.Add(std::make_unique<VXFontDictObject>(VXFontChoice{std::move(font)}), out);
+    return VXMake<VXFamilyObject>(family, out, [index](const VXFamilyObject& object) {
+        auto font = index == nullptr ? nullptr : At(object.value, object.value->fonts, *index);
+        return font == nullptr ? nullptr : std::make_unique<VXFontDictObject>(VXFontChoice{std::move(font)});
     });
 }
 
@@ -116,13 +88,8 @@ TYError TYFontDictGetFontNameProcV2(TYFontDict font, TYString* out, std::int32_t
 }
 
 TYError TYStringGetCharPtrProc(TYString string, const char** out) {
-    VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXStringObject>(string);
-        if (object == nullptr) return &kVXBadHandle;
-        if (out != nullptr) *out = object->text.c_str();
-        return nullptr;
-    });
+    return VXGet<VXStringObject>(string, out,
+                                 [](const VXStringObject& object) { return object.value.c_str(); });
 }
 
 TYError TYFontDictGetStyleNameProc(TYFontDict font, std::int32_t* out, std::uint16_t* buffer,
@@ -137,48 +104,40 @@ TYError TYFontDictGetStyleNameProcV2(TYFontDict font, std::int32_t* out, std::ui
 }
 
 TYError TYFontDictGetStyleProc(TYFontDict font, std::int32_t* out) {
-    VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontDictObject>(font);
-        if (object == nullptr) return &kVXBadHandle;
-        if (out != nullptr) *out = object->font.GetStyle();
-        return nullptr;
-    });
+    return VXGet<VXFontDictObject>(font, out,
+                                   [](const VXFontDictObject& object) { return object.value.GetStyle(); });
 }
 
 TYError TYFontDictNewSyntheticFontProc(TYFontDict* out, TYFontDict base, std::int32_t style, std::int32_t,
                                        std::int32_t, std::int32_t, const TYDesignVector*) {
-    VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontDictObject>(base);
-        if (object == nullptr) return &kVXBadHandle;
-        if (out == nullptr || style < kTYItalic || style > kTYBoldItalic) return &kVXBadParameter;
-        VXFontChoice font = object->font;
-        const int missing = style & ~font.GetStyle();
-        font.isEmboldened |= (missing & kTYBold) != 0;
-        font.isSlanted |= (missing & kTYItalic) != 0;
-        return engine.Add(std::make_unique<VXFontDictObject>(std::move(font)), out);
-    });
+    return VXMake<VXFontDictObject>(
+        base, out, [style](const VXFontDictObject& object) -> std::unique_ptr<VXFontDictObject> {
+            if (style < kTYItalic || style > kTYBoldItalic) return nullptr;
+            VXFontChoice font = object.value;
+            const int missing = style & ~font.GetStyle();
+            font.isEmboldened |= (missing & kTYBold) != 0;
+            font.isSlanted |= (missing & kTYItalic) != 0;
+            return std::make_unique<VXFontDictObject>(std::move(font));
+        });
 }
 
 TYError TYFontDictGetHorizontalMetricsProc(TYFontDict font, float* first, float* second, float* third) {
     VXClear(first);
     VXClear(second);
     VXClear(third);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontDictObject>(font);
-        if (object == nullptr) return &kVXBadHandle;
-        const std::shared_ptr<VXFace> opened = engine.faces.Get(object->font.record);
-        if (opened == nullptr) return &kVXBadFont;
-        const FT_Face face = opened->GetFace();
-        const auto inEms = [&](long units) {
-            return static_cast<float>(static_cast<double>(units) / opened->GetUnitsPerEm());
-        };
-        if (first != nullptr) *first = inEms(face->ascender);
-        if (second != nullptr) *second = inEms(std::abs(long{face->descender}));
-        if (third != nullptr) *third = inEms(long{face->height} - face->ascender + face->descender);
-        return nullptr;
-    });
+    return VXWith<VXFontDictObject>(
+        font, [&](VXTypeEngine& engine, const VXFontDictObject& object) -> TYError {
+            const std::shared_ptr<VXFace> opened = engine.faces.Get(object.value.record);
+            if (opened == nullptr) return &kVXBadFont;
+            const FT_Face face = opened->GetFace();
+            const auto inEms = [&](long units) {
+                return static_cast<float>(static_cast<double>(units) / opened->GetUnitsPerEm());
+            };
+            if (first != nullptr) *first = inEms(face->ascender);
+            if (second != nullptr) *second = inEms(std::abs(long{face->descender}));
+            if (third != nullptr) *third = inEms(long{face->height} - face->ascender + face->descender);
+            return nullptr;
+        });
 }
 
 }  // extern "C"

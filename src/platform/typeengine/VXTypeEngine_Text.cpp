@@ -15,16 +15,15 @@ constexpr double kOutlineUnitsPerUnit = 64.0;
 
 TYError NewInstance(TYFontDict font, const TYMatrix* matrix, TYEncoding encoding, TYFontInstance* out) {
     VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontDictObject>(font);
-        if (object == nullptr || engine.handles.Find<VXEncodingObject>(encoding) == nullptr)
-            return &kVXBadHandle;
-        if (out == nullptr || matrix == nullptr) return &kVXBadParameter;
-        std::shared_ptr<VXFace> face = engine.faces.Get(object->font.record);
-        if (face == nullptr) return &kVXBadFont;
-        return engine.Add(std::make_unique<VXFontInstanceObject>(object->font, std::move(face), *matrix),
-                          out);
-    });
+    return VXWith<VXFontDictObject>(
+        font, [&](VXTypeEngine& engine, const VXFontDictObject& object) -> TYError {
+            if (engine.handles.Find<VXEncodingObject>(encoding) == nullptr) return &kVXBadHandle;
+            if (out == nullptr || matrix == nullptr) return &kVXBadParameter;
+            std::shared_ptr<VXFace> face = engine.faces.Get(object.value.record);
+            if (face == nullptr) return &kVXBadFont;
+            return engine.Add(std::make_unique<VXFontInstanceObject>(object.value, std::move(face), *matrix),
+                              out);
+        });
 }
 
 /// The glyph of the character at `bytes`; false when they are not one character.
@@ -41,12 +40,11 @@ TYError NewText(TYFontInstance instance, const void* characters, std::int32_t si
                 TYText* out) {
     VXClear(consumed);
     VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontInstanceObject>(instance);
-        if (object == nullptr) return &kVXBadHandle;
+    using Instance = VXFontInstanceObject;
+    return VXWith<Instance>(instance, [&](VXTypeEngine& engine, const Instance& object) -> TYError {
         TYGlyphID glyph = 0;
-        if (out == nullptr || !ReadCharacter(*object, characters, size, glyph)) return &kVXBadParameter;
-        auto made = std::make_unique<VXTextObject>(*object, glyph, std::move(engine.spareOutline));
+        if (out == nullptr || !ReadCharacter(object, characters, size, glyph)) return &kVXBadParameter;
+        auto made = std::make_unique<VXTextObject>(object, glyph, std::move(engine.spareOutline));
         if (const TYError error = engine.Add(std::move(made), out)) return error;
         if (consumed != nullptr) *consumed = size;
         return nullptr;
@@ -55,14 +53,14 @@ TYError NewText(TYFontInstance instance, const void* characters, std::int32_t si
 
 /// Runs `step` with a text's outline and the way to the caller's space.
 template <class Function>
-TYError WithOutline(VXTypeEngine& engine, TYText text, const TYMatrix* matrix, Function step) {
-    auto* object = engine.handles.Find<VXTextObject>(text);
-    if (object == nullptr) return &kVXBadHandle;
-    if (matrix == nullptr) return &kVXBadParameter;
-    const VXTransform transform = object->GetTransform(*matrix);
-    if (!transform.IsFinite()) return &kVXBadParameter;
-    const VXOutline* outline = object->GetOutline();
-    return outline == nullptr ? &kVXBadFont : step(*outline, transform);
+TYError WithOutline(TYText text, const TYMatrix* matrix, Function step) {
+    return VXWith<VXTextObject>(text, [&](VXTypeEngine& engine, VXTextObject& object) -> TYError {
+        if (matrix == nullptr) return &kVXBadParameter;
+        const VXTransform transform = object.GetTransform(*matrix);
+        if (!transform.IsFinite()) return &kVXBadParameter;
+        const VXOutline* outline = object.GetOutline();
+        return outline == nullptr ? &kVXBadFont : step(engine, *outline, transform);
+    });
 }
 
 }  // namespace
@@ -113,7 +111,7 @@ TYError TYEncodingNewFromPreDefEncodingProc(TYEncoding* out, std::int32_t number
     VXClear(out);
     if (out == nullptr || number != kNativeUTF16) return &kVXBadParameter;
     return VXRunStep(
-        [&](VXTypeEngine& engine) { return engine.Add(std::make_unique<VXEncodingObject>(), out); });
+        [&](VXTypeEngine& engine) { return engine.Add(std::make_unique<VXEncodingObject>(number), out); });
 }
 
 TYError TYFontInstanceNewFontInstanceProcV3(TYFontDict font, const TYMatrix* matrix, TYEncoding encoding,
@@ -128,21 +126,16 @@ TYError TYFontInstanceNewFontInstanceProcV4(TYFontDict font, const TYMatrix* mat
 }
 
 TYError TYFontInstanceGetFontProc(TYFontInstance instance, TYFontDict* out) {
-    VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontInstanceObject>(instance);
-        if (object == nullptr) return &kVXBadHandle;
-        if (out == nullptr) return &kVXBadParameter;
-        return engine.Add(std::make_unique<VXFontDictObject>(object->font), out);
+    return VXMake<VXFontInstanceObject>(instance, out, [](const VXFontInstanceObject& object) {
+        return std::make_unique<VXFontDictObject>(object.font);
     });
 }
 
 TYError TYFontInstanceGetMatrixProc(TYFontInstance instance, TYMatrix* out) {
     if (out != nullptr) *out = {0.0F, 0.0F, 0.0F, 0.0F, 0.0F, 0.0F};
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontInstanceObject>(instance);
-        if (object == nullptr) return &kVXBadHandle;
-        if (out != nullptr) *out = object->matrix;
+    using Instance = VXFontInstanceObject;
+    return VXWith<Instance>(instance, [out](VXTypeEngine&, const Instance& object) -> TYError {
+        if (out != nullptr) *out = object.matrix;
         return nullptr;
     });
 }
@@ -151,11 +144,10 @@ TYError TYFontInstanceGetGlyphIDProcV2(TYFontInstance instance, TYGlyphID* out, 
                                        std::int32_t size, std::int32_t* consumed, std::int32_t) {
     VXClear(out);
     VXClear(consumed);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontInstanceObject>(instance);
-        if (object == nullptr) return &kVXBadHandle;
+    using Instance = VXFontInstanceObject;
+    return VXWith<Instance>(instance, [&](VXTypeEngine&, const Instance& object) -> TYError {
         TYGlyphID glyph = 0;
-        if (!ReadCharacter(*object, character, size, glyph)) return &kVXBadParameter;
+        if (!ReadCharacter(object, character, size, glyph)) return &kVXBadParameter;
         if (out != nullptr) *out = glyph;
         if (consumed != nullptr) *consumed = size;
         return nullptr;
@@ -165,15 +157,14 @@ TYError TYFontInstanceGetGlyphIDProcV2(TYFontInstance instance, TYGlyphID* out, 
 TYError TYFontInstanceGetWidthProc(TYFontInstance instance, float* out, TYGlyphID glyph, std::int32_t,
                                    std::int32_t) {
     VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
-        const auto* object = engine.handles.Find<VXFontInstanceObject>(instance);
-        if (object == nullptr) return &kVXBadHandle;
+    using Instance = VXFontInstanceObject;
+    return VXWith<Instance>(instance, [&](VXTypeEngine&, const Instance& object) -> TYError {
         double advance = 0.0;
-        if (!object->face->GetAdvance(glyph, advance)) return &kVXBadFont;
+        if (!object.face->GetAdvance(glyph, advance)) return &kVXBadFont;
         const bool grows =
-            object->font.isEmboldened && advance != 0.0 && !FT_IS_FIXED_WIDTH(object->face->GetFace());
+            object.font.isEmboldened && advance != 0.0 && !FT_IS_FIXED_WIDTH(object.face->GetFace());
         if (grows) advance += 1.0 / kBoldPartOfEm;
-        const double width = advance * object->matrix.a;
+        const double width = advance * object.matrix.a;
         if (!(std::abs(width) <= std::numeric_limits<float>::max())) return &kVXBadParameter;
         if (out != nullptr) *out = static_cast<float>(width);
         return nullptr;
@@ -193,27 +184,25 @@ TYError TYNewTextFontInstanceCPProcV3(TYFontInstance instance, const void* chara
 
 TYError TYTextGetBoundingBox(TYText text, const TYMatrix* matrix, TYBox* out) {
     VXClear(out);
-    return VXRunStep([&](VXTypeEngine& engine) {
-        return WithOutline(engine, text, matrix,
-                           [&](const VXOutline& outline, const VXTransform& transform) -> TYError {
-                               if (out != nullptr) *out = outline.GetBox(transform);
-                               return nullptr;
-                           });
-    });
+    return WithOutline(
+        text, matrix,
+        [out](VXTypeEngine&, const VXOutline& outline, const VXTransform& transform) -> TYError {
+            if (out != nullptr) *out = outline.GetBox(transform);
+            return nullptr;
+        });
 }
 
 TYError TYTextGetOutlines(TYText text, const TYMatrix* matrix, const TYBox*, std::int32_t,
                           GFMSharedBezierPath path, std::int32_t* ok) {
     VXClear(ok);
-    return VXRunStep([&](VXTypeEngine& engine) {
-        return WithOutline(engine, text, matrix,
-                           [&](const VXOutline& outline, const VXTransform& transform) -> TYError {
-                               auto* target = engine.handles.Find<VXPathObject>(path);
-                               if (target == nullptr) return &kVXBadHandle;
-                               if (outline.AppendTo(target->entries, transform) && ok != nullptr) *ok = 1;
-                               return nullptr;
-                           });
-    });
+    return WithOutline(
+        text, matrix,
+        [&](VXTypeEngine& engine, const VXOutline& outline, const VXTransform& transform) -> TYError {
+            auto* target = engine.handles.Find<VXPathObject>(path);
+            if (target == nullptr) return &kVXBadHandle;
+            if (outline.AppendTo(target->entries, transform) && ok != nullptr) *ok = 1;
+            return nullptr;
+        });
 }
 
 }  // extern "C"

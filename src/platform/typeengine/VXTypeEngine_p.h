@@ -54,10 +54,40 @@ TYError VXRunStep(Function step) {
     }
 }
 
-/// Writes nothing to an output that is asked for.
+/// Clears `*out` unless `out` is null.
 template <class Output>
 void VXClear(Output* out) {
     if (out != nullptr) *out = {};
+}
+
+/// Runs a step on what `handle` stands for.
+template <class Object, class Handle, class Function>
+TYError VXWith(Handle handle, Function step) {
+    return VXRunStep([&](VXTypeEngine& engine) -> TYError {
+        auto* object = engine.handles.Find<Object>(handle);
+        return object == nullptr ? &kVXBadHandle : step(engine, *object);
+    });
+}
+
+/// Answers what `get` finds in the object behind `handle`. `out` may be null.
+template <class Object, class Handle, class Output, class Function>
+TYError VXGet(Handle handle, Output* out, Function get) {
+    VXClear(out);
+    return VXWith<Object>(handle, [&](VXTypeEngine&, Object& object) -> TYError {
+        if (out != nullptr) *out = static_cast<Output>(get(object));
+        return nullptr;
+    });
+}
+
+/// Answers a handle of what `make` makes of the object behind `handle`, which is null for a bad parameter.
+template <class Object, class Handle, class Output, class Function>
+TYError VXMake(Handle handle, Output* out, Function make) {
+    VXClear(out);
+    return VXWith<Object>(handle, [&](VXTypeEngine& engine, Object& object) -> TYError {
+        if (out == nullptr) return &kVXBadParameter;
+        std::unique_ptr<VXEngineObject> made = make(object);
+        return made == nullptr ? &kVXBadParameter : engine.Add(std::move(made), out);
+    });
 }
 
 /// A font without a size: one of the list, and what of its style is imitated.
@@ -74,44 +104,18 @@ struct VXFontChoice {
 
 // What handles stand for. Each keeps alive what it needs, so that the order of releases is free.
 
-struct VXFontSetObject : VXEngineObject {
-    static constexpr VXObjectKind kKind = VXObjectKind::FontSet;
-    explicit VXFontSetObject(std::shared_ptr<const VXFontList> fonts)
-        : VXEngineObject(kKind), list(std::move(fonts)) {}
-    std::shared_ptr<const VXFontList> list;
+template <VXObjectKind Kind, class Value>
+struct VXHolder : VXEngineObject {
+    static constexpr VXObjectKind kKind = Kind;
+    explicit VXHolder(Value held) : VXEngineObject(Kind), value(std::move(held)) {}
+    Value value;
 };
-
-struct VXFamilyListObject : VXEngineObject {
-    static constexpr VXObjectKind kKind = VXObjectKind::FamilyList;
-    explicit VXFamilyListObject(std::shared_ptr<const VXFontList> fonts)
-        : VXEngineObject(kKind), list(std::move(fonts)) {}
-    std::shared_ptr<const VXFontList> list;
-};
-
-struct VXFamilyObject : VXEngineObject {
-    static constexpr VXObjectKind kKind = VXObjectKind::Family;
-    explicit VXFamilyObject(std::shared_ptr<const VXFontFamily> members)
-        : VXEngineObject(kKind), family(std::move(members)) {}
-    std::shared_ptr<const VXFontFamily> family;
-};
-
-struct VXFontDictObject : VXEngineObject {
-    static constexpr VXObjectKind kKind = VXObjectKind::FontDict;
-    explicit VXFontDictObject(VXFontChoice choice) : VXEngineObject(kKind), font(std::move(choice)) {}
-    VXFontChoice font;
-};
-
-struct VXStringObject : VXEngineObject {
-    static constexpr VXObjectKind kKind = VXObjectKind::String;
-    explicit VXStringObject(std::string characters) : VXEngineObject(kKind), text(std::move(characters)) {}
-    std::string text;
-};
-
-/// The one predefined encoding that there is.
-struct VXEncodingObject : VXEngineObject {
-    static constexpr VXObjectKind kKind = VXObjectKind::Encoding;
-    VXEncodingObject() : VXEngineObject(kKind) {}
-};
+using VXFontSetObject = VXHolder<VXObjectKind::FontSet, std::shared_ptr<const VXFontList>>;
+using VXFamilyListObject = VXHolder<VXObjectKind::FamilyList, std::shared_ptr<const VXFontList>>;
+using VXFamilyObject = VXHolder<VXObjectKind::Family, std::shared_ptr<const VXFontFamily>>;
+using VXFontDictObject = VXHolder<VXObjectKind::FontDict, VXFontChoice>;
+using VXStringObject = VXHolder<VXObjectKind::String, std::string>;
+using VXEncodingObject = VXHolder<VXObjectKind::Encoding, std::int32_t>;  ///< by its number
 
 struct VXFontInstanceObject : VXEngineObject {
     static constexpr VXObjectKind kKind = VXObjectKind::FontInstance;
