@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "bitstream/VXBitRun_p.h"
 #include "bitstream/VXReadField_p.h"
 #include "graphics/VXTwips.h"
 
@@ -27,9 +28,6 @@ VXErrorCodeEnum VXFlintCxForm::LoadFromStream(VXBitStream& in) {
 }
 
 VXErrorCodeEnum VXFlintCxForm::DumpToStream(VXBitStream& out) const {
-    VX_RETURN_IF_FAILED(out.FlushBits());
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(HasAddTerms));
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(HasMultTerms));
     unsigned int width = 0;
     if (HasMultTerms != 0) {
         width = VXFieldWidth(RedMultTerm, GreenMultTerm, BlueMultTerm, HasAlpha != 0 ? AlphaMultTerm : 0);
@@ -38,18 +36,23 @@ VXErrorCodeEnum VXFlintCxForm::DumpToStream(VXBitStream& out) const {
         width = std::max(
             width, VXFieldWidth(RedAddTerm, GreenAddTerm, BlueAddTerm, HasAlpha != 0 ? AlphaAddTerm : 0));
     }
-    VX_RETURN_IF_FAILED(out.WriteBits(width, 4));
+    VX_RETURN_IF_FAILED(out.FlushBits());
+    VXBitRun run(out);
+    run.AddFlag(HasAddTerms);
+    run.AddFlag(HasMultTerms);
+    run.Add(width, 4);
     if (HasMultTerms != 0) {
-        VX_RETURN_IF_FAILED(out.WriteSBits(RedMultTerm, width));
-        VX_RETURN_IF_FAILED(out.WriteSBits(GreenMultTerm, width));
-        VX_RETURN_IF_FAILED(out.WriteSBits(BlueMultTerm, width));
-        if (HasAlpha != 0) VX_RETURN_IF_FAILED(out.WriteSBits(AlphaMultTerm, width));
+        run.AddSigned(RedMultTerm, width);
+        run.AddSigned(GreenMultTerm, width);
+        run.AddSigned(BlueMultTerm, width);
+        if (HasAlpha != 0) run.AddSigned(AlphaMultTerm, width);
     }
     if (HasAddTerms != 0) {
-        VX_RETURN_IF_FAILED(out.WriteSBits(RedAddTerm, width));
-        VX_RETURN_IF_FAILED(out.WriteSBits(GreenAddTerm, width));
-        VX_RETURN_IF_FAILED(out.WriteSBits(BlueAddTerm, width));
-        if (HasAlpha != 0) VX_RETURN_IF_FAILED(out.WriteSBits(AlphaAddTerm, width));
+        run.AddSigned(RedAddTerm, width);
+        run.AddSigned(GreenAddTerm, width);
+        run.AddSigned(BlueAddTerm, width);
+        if (HasAlpha != 0) run.AddSigned(AlphaAddTerm, width);
     }
+    VX_RETURN_IF_FAILED(run.Finish());
     return out.FlushBits();
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "bitstream/VXBitRun_p.h"
 #include "bitstream/VXReadField_p.h"
 
 VXFlintGradRecord::~VXFlintGradRecord() = default;
@@ -35,9 +36,11 @@ VXErrorCodeEnum VXFlintGradient::LoadFromStream(VXBitStream& in) {
 }
 
 VXErrorCodeEnum VXFlintGradient::DumpToStream(VXBitStream& out) {
-    VX_RETURN_IF_FAILED(out.WriteBits(SpreadMode, 2));
-    VX_RETURN_IF_FAILED(out.WriteBits(InterpolationMode, 2));
-    VX_RETURN_IF_FAILED(out.WriteBits(NumGradients, 4));
+    VXBitRun run(out);
+    run.Add(SpreadMode, 2);
+    run.Add(InterpolationMode, 2);
+    run.Add(NumGradients, 4);
+    VX_RETURN_IF_FAILED(run.Finish());
     for (unsigned int i = 0; i < NumGradients; ++i) {
         if (i >= GradientRecords.size()) return kVXFailure;
         GradientRecords[i].Color.UseAlpha = UseAlpha;

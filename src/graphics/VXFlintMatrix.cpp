@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "bitstream/VXBitRun_p.h"
 #include "bitstream/VXReadField_p.h"
 #include "graphics/VXTwips.h"
 
@@ -45,26 +46,28 @@ VXErrorCodeEnum VXFlintMatrix::LoadFromStream(VXBitStream& in) {
 
 VXErrorCodeEnum VXFlintMatrix::DumpToStream(VXBitStream& out) {
     VX_RETURN_IF_FAILED(out.FlushBits());
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(HasScale));
+    VXBitRun run(out);
+    run.AddFlag(HasScale);
     if (HasScale != 0) {
         NScaleBits = VXFieldWidth(ScaleX, ScaleY);
-        VX_RETURN_IF_FAILED(out.WriteBits(NScaleBits, 5));
-        VX_RETURN_IF_FAILED(out.WriteSBits(ScaleX, NScaleBits));
-        VX_RETURN_IF_FAILED(out.WriteSBits(ScaleY, NScaleBits));
+        run.Add(NScaleBits, 5);
+        run.AddSigned(ScaleX, NScaleBits);
+        run.AddSigned(ScaleY, NScaleBits);
     }
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(HasRotate));
+    run.AddFlag(HasRotate);
     if (HasRotate != 0) {
         NRotateBits = VXFieldWidth(RotateSkew0, RotateSkew1);
-        VX_RETURN_IF_FAILED(out.WriteBits(NRotateBits, 5));
-        VX_RETURN_IF_FAILED(out.WriteSBits(RotateSkew0, NRotateBits));
-        VX_RETURN_IF_FAILED(out.WriteSBits(RotateSkew1, NRotateBits));
+        run.Add(NRotateBits, 5);
+        run.AddSigned(RotateSkew0, NRotateBits);
+        run.AddSigned(RotateSkew1, NRotateBits);
     }
     const int x = VXToTwips(TranslateX);
     const int y = VXToTwips(TranslateY);
     NTranslateBits = VXFieldWidth(x, y);
-    VX_RETURN_IF_FAILED(out.WriteBits(NTranslateBits, 5));
-    VX_RETURN_IF_FAILED(out.WriteSBits(x, NTranslateBits));
-    VX_RETURN_IF_FAILED(out.WriteSBits(y, NTranslateBits));
+    run.Add(NTranslateBits, 5);
+    run.AddSigned(x, NTranslateBits);
+    run.AddSigned(y, NTranslateBits);
+    VX_RETURN_IF_FAILED(run.Finish());
     return out.FlushBits();
 }
 

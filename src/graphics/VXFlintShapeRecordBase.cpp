@@ -1,5 +1,7 @@
 #include "graphics/VXFlintShapeRecordBase.h"
 
+#include "bitstream/VXBitRun_p.h"
+
 VXFlintShapeRecordBase::~VXFlintShapeRecordBase() = default;
 
 VXFlintShapeEndRecord::~VXFlintShapeEndRecord() = default;
@@ -14,6 +16,8 @@ VXErrorCodeEnum VXFlintShapeEndRecord::LoadFromStream(VXBitStream&) {
 }
 
 VXErrorCodeEnum VXFlintShapeEndRecord::DumpToStream(VXBitStream& out) {
-    VX_RETURN_IF_FAILED(out.WriteBits(0, 1));
-    return out.WriteBits(0, 5);
+    VXBitRun run(out);
+    run.Add(0, 1);
+    run.Add(0, 5);
+    return run.Finish();
 }

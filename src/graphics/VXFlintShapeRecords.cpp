@@ -1,5 +1,6 @@
 #include "graphics/VXFlintShapeRecords.h"
 
+#include "bitstream/VXBitRun_p.h"
 #include "bitstream/VXReadField_p.h"
 
 VXFlintShapeRecords::~VXFlintShapeRecords() = default;
@@ -23,8 +24,10 @@ VXErrorCodeEnum VXFlintShapeRecords::LoadFromStream(VXBitStream& in) {
 }
 
 VXErrorCodeEnum VXFlintShapeRecords::DumpToStream(VXBitStream& out) {
-    VX_RETURN_IF_FAILED(out.WriteBits(NumFillBits, 4));
-    VX_RETURN_IF_FAILED(out.WriteBits(NumLineBits, 4));
+    VXBitRun run(out);
+    run.Add(NumFillBits, 4);
+    run.Add(NumLineBits, 4);
+    VX_RETURN_IF_FAILED(run.Finish());
     unsigned int numFillBits = NumFillBits;
     unsigned int numLineBits = NumLineBits;
     for (VXFlintShapeRecord* record : Records) {

@@ -69,6 +69,7 @@ VXErrorCodeEnum VXFlintShapeStyleChangeRecord::DumpToStream(VXBitStream& out) {
     }
     VX_RETURN_IF_FAILED(NewFillStyles.DumpToStream(out));
     VX_RETURN_IF_FAILED(NewLineStyles.DumpToStream(out));
-    VX_RETURN_IF_FAILED(out.WriteBits(NewNumFillBits, 4));
-    return out.WriteBits(NewNumLineBits, 4);
+    run.Add(NewNumFillBits, 4);
+    run.Add(NewNumLineBits, 4);
+    return run.Finish();
 }

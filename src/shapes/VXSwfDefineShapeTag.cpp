@@ -38,10 +38,7 @@ VXErrorCodeEnum VXSwfDefineShapeTag::DumpFields(VXBitStream& body) {
     VX_RETURN_IF_FAILED(ShapeBounds.DumpToStream(body));
     if (IsDefineShape4Tag() != 0) {
         VX_RETURN_IF_FAILED(EdgeBounds.DumpToStream(body));
-        VX_RETURN_IF_FAILED(body.WriteBits(0, 6));
-        // Kept: whatever was read.
-        VX_RETURN_IF_FAILED(body.WriteBits(1, 1));
-        VX_RETURN_IF_FAILED(body.WriteBits(0, 1));
+        VX_RETURN_IF_FAILED(body.WriteBits(0b10, 8));  // Kept: the same flags for every shape
     }
     return ShapeWithStyle.DumpToStream(body);
 }

@@ -1,5 +1,6 @@
 #include "text/VXSwfDefineEditTextTag.h"
 
+#include "bitstream/VXBitRun_p.h"
 #include "framework/VXFlintIDMap.h"
 #include "graphics/VXTwips.h"
 
@@ -21,19 +22,9 @@ VXSwfDefineEditTextTag::VXSwfDefineEditTextTag(enuTagType type) : VXSwfDefinitio
 
 VXSwfDefineEditTextTag::~VXSwfDefineEditTextTag() = default;
 
-VXErrorCodeEnum VXSwfDefineEditTextTag::LoadFlags(VXBitStream& in) {
-    for (short Tag::*flag : kFlags) VX_RETURN_IF_FAILED(in.ReadVXBool16(this->*flag));
-    return kVXSuccess;
-}
-
-VXErrorCodeEnum VXSwfDefineEditTextTag::DumpFlags(VXBitStream& body) const {
-    for (short Tag::*flag : kFlags) VX_RETURN_IF_FAILED(body.WriteVXBool16(this->*flag));
-    return kVXSuccess;
-}
-
 VXErrorCodeEnum VXSwfDefineEditTextTag::LoadDataFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(m_Bounds.LoadFromStream(in));
-    VX_RETURN_IF_FAILED(LoadFlags(in));
+    for (short Tag::*flag : kFlags) VX_RETURN_IF_FAILED(in.ReadVXBool16(this->*flag));
     if (m_HasFont != 0) {
         VX_RETURN_IF_FAILED(in.ReadWord(m_FontId));
         VX_RETURN_IF_FAILED(VXReadTwipsWord(in, m_FontHeight));
@@ -53,7 +44,9 @@ VXErrorCodeEnum VXSwfDefineEditTextTag::LoadDataFromStream(VXBitStream& in) {
 
 VXErrorCodeEnum VXSwfDefineEditTextTag::DumpFields(VXBitStream& body) const {
     VX_RETURN_IF_FAILED(m_Bounds.DumpToStream(body));
-    VX_RETURN_IF_FAILED(DumpFlags(body));
+    VXBitRun run(body);
+    for (short Tag::*flag : kFlags) run.AddFlag(this->*flag);
+    VX_RETURN_IF_FAILED(run.Finish());
     if (m_HasFont != 0) {
         VX_RETURN_IF_FAILED(body.WriteWord(m_FontId));
         VX_RETURN_IF_FAILED(VXWriteTwipsWord(body, m_FontHeight));

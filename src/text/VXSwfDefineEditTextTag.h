@@ -90,7 +90,5 @@ private:
     friend class VXSwfTagFactory;
     explicit VXSwfDefineEditTextTag(enuTagType type);
 
-    VXErrorCodeEnum LoadFlags(VXBitStream& in);
-    VXErrorCodeEnum DumpFlags(VXBitStream& body) const;
     VXErrorCodeEnum DumpFields(VXBitStream& body) const;
 };

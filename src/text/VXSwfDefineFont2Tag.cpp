@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "bitstream/VXBitRun_p.h"
 #include "bitstream/VXReadField_p.h"
 #include "graphics/VXTwips.h"
 #include "platform/VXFontUtils.h"
@@ -9,6 +10,12 @@
 #include "text/VXFontTagRegistry_p.h"
 
 namespace {
+
+using Tag = VXSwfDefineFont2Tag;
+
+// In the order of the wire.
+constexpr short Tag::*kFlags[] = {&Tag::m_HasLayout,   &Tag::m_ShiftJIS,  &Tag::m_SmallText, &Tag::m_ANSI,
+                                  &Tag::m_WideOffsets, &Tag::m_WideCodes, &Tag::m_Italic,    &Tag::m_Bold};
 
 /// Loads `count` entries. The table grows as they come, so that a count from a file takes no memory by
 /// itself.
@@ -66,14 +73,7 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::WriteCode(VXBitStream& body, unsigned short
 }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::LoadDataFromStream(VXBitStream& in) {
-    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_HasLayout));
-    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_ShiftJIS));
-    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_SmallText));
-    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_ANSI));
-    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_WideOffsets));
-    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_WideCodes));
-    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_Italic));
-    VX_RETURN_IF_FAILED(in.ReadVXBool16(m_Bold));
+    for (short Tag::*flag : kFlags) VX_RETURN_IF_FAILED(in.ReadVXBool16(this->*flag));
     VX_RETURN_IF_FAILED(in.ReadByte(m_LanguageCode));
     VX_RETURN_IF_FAILED(in.ReadByte(m_NameLength));
     VX_RETURN_IF_FAILED(in.ReadVXString(m_FontName, m_NameLength));
@@ -99,14 +99,9 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::LoadDataFromStream(VXBitStream& in) {
 }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::DumpFields(VXBitStream& body) {
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(m_HasLayout));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(m_ShiftJIS));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(m_SmallText));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(m_ANSI));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(m_WideOffsets));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(m_WideCodes));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(m_Italic));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(m_Bold));
+    VXBitRun run(body);
+    for (short Tag::*flag : kFlags) run.AddFlag(this->*flag);
+    VX_RETURN_IF_FAILED(run.Finish());
     VX_RETURN_IF_FAILED(body.WriteByte(m_LanguageCode));
     // Kept: counts units and writes UTF-8, which has at least as many bytes, so a name outside ASCII is cut
     // short.
@@ -115,18 +110,13 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpFields(VXBitStream& body) {
     VX_RETURN_IF_FAILED(body.Write(m_FontName.GetUTF8String().data(), m_NameLength));
     VX_RETURN_IF_FAILED(body.WriteWord(m_NumGlyphs));
     const unsigned int tableStart = body.GetPosition();
-    // The offsets are known when the shapes in them are written.
-    const unsigned int shapesStart = tableStart + GetOffsetTableSize(m_NumGlyphs);
-    if (body.SetPosition(shapesStart) == 0) return kVXFailure;
-    if (m_FontKind == kGlyphFont) {
-        FillDefineFont2Tables(body);
-    } else {
-        for (VXFlintShape& shape : m_GlyphShapes) DumpShape(shape, body);
-    }
-    const unsigned int codesStart = body.GetPosition();
-    body.SetPosition(tableStart);
     VX_RETURN_IF_FAILED(DumpTable(m_OffsetTable, m_NumGlyphs,
                                   [&](unsigned int offset) { return WriteOffset(body, offset); }));
+    const unsigned int codeTableOffset = body.GetPosition();
+    VX_RETURN_IF_FAILED(WriteOffset(body, 0));
+    for (VXFlintShape& shape : m_GlyphShapes) DumpShape(shape, body);
+    const unsigned int codesStart = body.GetPosition();
+    body.SetPosition(codeTableOffset);
     VX_RETURN_IF_FAILED(WriteOffset(body, codesStart - tableStart));
     body.SetPosition(codesStart);
     VX_RETURN_IF_FAILED(
@@ -166,7 +156,10 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpLayout(VXBitStream& body) {
 }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::DumpToStream(VXBitStream& out) {
-    if (m_FontKind == kGlyphFont) UpdateForGlyphFont();
+    if (m_FontKind == kGlyphFont) {
+        UpdateForGlyphFont();
+        FillDefineFont2Tables();
+    }
     VXBitStream body;
     BeginBody(body);
     VXIgnore(DumpFields(body));  // fails for want of memory alone, which the body remembers

@@ -112,14 +112,10 @@ private:
     VXErrorCodeEnum WriteOffset(VXBitStream& body, unsigned int offset) const;
     VXErrorCodeEnum ReadCode(VXBitStream& in, unsigned short& code) const;
     VXErrorCodeEnum WriteCode(VXBitStream& body, unsigned short code) const;
-    /// Bytes of the offsets of `count` glyphs with that of the code table behind them.
-    unsigned int GetOffsetTableSize(std::size_t count) const {
-        return (m_WideOffsets != 0 ? 4u : 2u) * (static_cast<unsigned int>(count) + 1);
-    }
     VXErrorCodeEnum LoadLayout(VXBitStream& in);
     VXErrorCodeEnum DumpLayout(VXBitStream& body);
     VXErrorCodeEnum DumpFields(VXBitStream& body);
     static void DumpShape(VXFlintShape& shape, VXBitStream& out);
     void SetFont(const VXString& name, short bold, short italic);
-    void FillDefineFont2Tables(VXBitStream& body);
+    void FillDefineFont2Tables();
 };

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstddef>
+#include <new>
 
 #include "binding/BNDTypeEngine.h"
 #include "graphics/VXTwips.h"
@@ -68,7 +69,7 @@ void VXSwfDefineFont2Tag::UpdateForGlyphFont() {
     m_NumGlyphs = static_cast<unsigned short>(m_GlyphText.size());
 }
 
-void VXSwfDefineFont2Tag::FillDefineFont2Tables(VXBitStream& body) {
+void VXSwfDefineFont2Tag::FillDefineFont2Tables() {
     const std::size_t count = m_GlyphText.size();
     CTYFontInstance instance = VXFontPublishManager::GetFontInstance(m_FontName, m_Bold == 1, m_Italic == 1);
     const CTYFontDict font = TYFontInstanceGetFont(instance);
@@ -95,7 +96,8 @@ void VXSwfDefineFont2Tag::FillDefineFont2Tables(VXBitStream& body) {
     m_GlyphShapes.reserve(count);
     m_OffsetTable.reserve(count);
     m_BoundsTable.reserve(count);
-    unsigned int offset = GetOffsetTableSize(count);
+    VXBitStream measured;
+    unsigned int offset = (m_WideOffsets != 0 ? 4u : 2u) * (static_cast<unsigned int>(count) + 1);
     for (const char16_t c : m_GlyphText) {
         VXFlintShape& shape = m_GlyphShapes.emplace_back();
         shape.NumFillBits = 1;
@@ -107,9 +109,10 @@ void VXSwfDefineFont2Tag::FillDefineFont2Tables(VXBitStream& body) {
         if (HasOutline(c)) AddOutline(shape, c, em, font, m_FontName, path, bounds);
         shape.AddEndShapeRecord();
         m_OffsetTable.push_back(offset);
-        const unsigned int start = body.GetPosition();
-        DumpShape(shape, body);
-        offset += body.GetPosition() - start;
+        measured.SetPosition(0);
+        DumpShape(shape, measured);
+        if (measured.HasFailed()) throw std::bad_alloc();
+        offset += measured.GetPosition();
         // Kept: a tab or a line break has the bounds of the glyph before it.
         m_BoundsTable.push_back(bounds);
     }

@@ -20,12 +20,12 @@ VXErrorCodeEnum ReadAdvance(VXBitStream& in, unsigned int bits, int& advance) {
     return kVXSuccess;
 }
 
-VXErrorCodeEnum WriteAdvance(VXBitStream& out, unsigned int bits, int advance) {
-    if (bits == 0) return kVXSuccess;
+void AddAdvance(VXBitRun& out, unsigned int bits, int advance) {
+    if (bits == 0) return;
     const unsigned int sign = advance < 0 ? 1 : 0;
     const auto value = static_cast<unsigned int>(advance);
-    VX_RETURN_IF_FAILED(out.WriteBits(sign, 1));
-    return out.WriteBits(sign != 0 ? value + SignWeight(bits - 1) : value, bits - 1);
+    out.Add(sign, 1);
+    out.Add(sign != 0 ? value + SignWeight(bits - 1) : value, bits - 1);
 }
 
 }  // namespace
@@ -60,12 +60,14 @@ VXErrorCodeEnum VXSwfTextStyleChangeRecord::LoadFromStream(VXBitStream& in) {
 }
 
 VXErrorCodeEnum VXSwfTextStyleChangeRecord::DumpToStream(VXBitStream& out) const {
-    VX_RETURN_IF_FAILED(out.WriteBits(1, 1));
-    VX_RETURN_IF_FAILED(out.WriteBits(m_StyleFlagsReserved, 3));
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(m_HasFont));
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(m_HasColor));
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(m_HasYOffset));
-    VX_RETURN_IF_FAILED(out.WriteVXBool16(m_HasXOffset));
+    VXBitRun run(out);
+    run.Add(1, 1);
+    run.Add(m_StyleFlagsReserved, 3);
+    run.AddFlag(m_HasFont);
+    run.AddFlag(m_HasColor);
+    run.AddFlag(m_HasYOffset);
+    run.AddFlag(m_HasXOffset);
+    VX_RETURN_IF_FAILED(run.Finish());
     if (m_HasFont != 0) VX_RETURN_IF_FAILED(out.WriteWord(m_FontId));
     if (m_HasColor != 0) VX_RETURN_IF_FAILED(m_Color.DumpToStream(out));
     if (m_HasXOffset != 0) VX_RETURN_IF_FAILED(out.WriteWord(m_XOffset));
@@ -74,10 +76,10 @@ VXErrorCodeEnum VXSwfTextStyleChangeRecord::DumpToStream(VXBitStream& out) const
     VX_RETURN_IF_FAILED(out.WriteByte(m_GlyphCount));
     for (unsigned int i = 0; i < m_GlyphCount; ++i) {
         const VXFlintGlyphEntry entry = i < m_GlyphEntries.size() ? m_GlyphEntries[i] : VXFlintGlyphEntry();
-        VX_RETURN_IF_FAILED(out.WriteBits(entry.m_GlyphIndex, m_GlyphBits));
-        VX_RETURN_IF_FAILED(WriteAdvance(out, m_AdvanceBits, entry.m_GlyphAdvance));
+        run.Add(entry.m_GlyphIndex, m_GlyphBits);
+        AddAdvance(run, m_AdvanceBits, entry.m_GlyphAdvance);
     }
-    return kVXSuccess;
+    return run.Finish();
 }
 
 void VXSwfTextStyleChangeRecord::UpdateReferenceIDs(VXFlintIDMap* map) {
