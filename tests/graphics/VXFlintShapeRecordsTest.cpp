@@ -178,6 +178,11 @@ TEST(VXFlintShapeRecords, CopiesStandAlone) {
     EXPECT_EQ(BytesOfRecord(copy), bytes);
     copy.AddShapeRecord(*copy.Records[3]);
     EXPECT_EQ(copy.Records.size(), 5u);
+    copy.Records.pop_back();  // a leak unless it deletes, as below
+    copy.Records.erase(copy.Records.begin());
+    copy.Records.resize(2);
+    EXPECT_EQ(copy.Records[1]->Kind, VXFlintShapeRecord::kCurvedEdge);
+    copy.Records.clear();
 }
 
 TEST(VXFlintShapeRecord, KindIsNeverTrustedForACast) {
