@@ -21,4 +21,11 @@ protected:
     /// The common end of every dump: flushes `body`, lends it, and writes header and bytes to `out`. The tag
     /// has the length of `body` afterwards, and the body kept from the load is in force again.
     VXErrorCodeEnum DumpBody(VXBitStream& out, VXBitStream& body);
+    /// A dump that makes the body anew: `writeFields(body)` and `DumpBody`.
+    template <typename WriteFields>
+    VXErrorCodeEnum DumpFields(VXBitStream& out, const WriteFields& writeFields) {
+        VXBitStream body;
+        VX_RETURN_IF_FAILED(writeFields(body));
+        return DumpBody(out, body);
+    }
 };

@@ -37,6 +37,14 @@ protected:
     /// The common end of every dump: flushes `body`, which `BeginBody` began, and goes through slot 18. The
     /// body kept from the load is in force again on every way out.
     VXErrorCodeEnum DumpBody(VXBitStream& out, VXBitStream& body);
+    /// A dump that makes the body anew: `BeginBody`, `writeFields(body)` and `DumpBody`.
+    template <typename WriteFields>
+    VXErrorCodeEnum DumpFields(VXBitStream& out, const WriteFields& writeFields) {
+        VXBitStream body;
+        BeginBody(body);
+        VX_RETURN_IF_FAILED(writeFields(body));
+        return DumpBody(out, body);
+    }
 
 private:
     friend class VXSwfTagFactory;

@@ -34,20 +34,15 @@ VXErrorCodeEnum VXSwfDefineShapeTag::LoadDataFromStream(VXBitStream& in) {
     return ShapeWithStyle.LoadFromStream(in);
 }
 
-VXErrorCodeEnum VXSwfDefineShapeTag::DumpFields(VXBitStream& body) {
-    VX_RETURN_IF_FAILED(ShapeBounds.DumpToStream(body));
-    if (IsDefineShape4Tag() != 0) {
-        VX_RETURN_IF_FAILED(EdgeBounds.DumpToStream(body));
-        VX_RETURN_IF_FAILED(body.WriteBits(0b10, 8));  // Kept: the same flags for every shape
-    }
-    return ShapeWithStyle.DumpToStream(body);
-}
-
 VXErrorCodeEnum VXSwfDefineShapeTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    BeginBody(body);
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) -> VXErrorCodeEnum {
+        VX_RETURN_IF_FAILED(ShapeBounds.DumpToStream(body));
+        if (IsDefineShape4Tag() != 0) {
+            VX_RETURN_IF_FAILED(EdgeBounds.DumpToStream(body));
+            VX_RETURN_IF_FAILED(body.WriteBits(0b10, 8));  // Kept: the same flags for every shape
+        }
+        return ShapeWithStyle.DumpToStream(body);
+    });
 }
 
 void VXSwfDefineShapeTag::UpdateReferenceIDs(VXFlintIDMap* map) {

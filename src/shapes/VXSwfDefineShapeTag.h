@@ -124,7 +124,6 @@ private:
     explicit VXSwfDefineShapeTag(enuTagType type);
 
     short Supports255Plus() const;
-    VXErrorCodeEnum DumpFields(VXBitStream& body);
     VXPathState GetPathState();
     VXFlintShapeEndRecord* CreateEndRecord();
     void AddShapeRecord(std::unique_ptr<VXFlintShapeRecordBase> record);

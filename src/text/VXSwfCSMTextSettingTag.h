@@ -24,6 +24,4 @@ public:
 private:
     friend class VXSwfTagFactory;
     explicit VXSwfCSMTextSettingTag(enuTagType type);
-
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
 };

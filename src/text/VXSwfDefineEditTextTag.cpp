@@ -42,33 +42,28 @@ VXErrorCodeEnum VXSwfDefineEditTextTag::LoadDataFromStream(VXBitStream& in) {
     return m_HasText != 0 ? in.ReadVXString(m_InitialText) : kVXSuccess;
 }
 
-VXErrorCodeEnum VXSwfDefineEditTextTag::DumpFields(VXBitStream& body) const {
-    VX_RETURN_IF_FAILED(m_Bounds.DumpToStream(body));
-    VXBitRun run(body);
-    for (short Tag::*flag : kFlags) run.AddFlag(this->*flag);
-    VX_RETURN_IF_FAILED(run.Finish());
-    if (m_HasFont != 0) {
-        VX_RETURN_IF_FAILED(body.WriteWord(m_FontId));
-        VX_RETURN_IF_FAILED(VXWriteTwipsWord(body, m_FontHeight));
-    }
-    if (m_HasTextColor != 0) VX_RETURN_IF_FAILED(m_TextColor.DumpToStream(body));
-    if (m_HasMaxLength != 0) VX_RETURN_IF_FAILED(body.WriteWord(m_MaxLength));
-    if (m_HasLayout != 0) {
-        VX_RETURN_IF_FAILED(body.WriteByte(m_Align));
-        VX_RETURN_IF_FAILED(body.WriteWord(m_LeftMargin));
-        VX_RETURN_IF_FAILED(body.WriteWord(m_RightMargin));
-        VX_RETURN_IF_FAILED(body.WriteWord(m_Indent));
-        VX_RETURN_IF_FAILED(body.WriteWord(m_Leading));
-    }
-    VX_RETURN_IF_FAILED(body.WriteVXString(m_VariableName));
-    return m_HasText != 0 ? body.WriteVXString(m_InitialText) : kVXSuccess;
-}
-
 VXErrorCodeEnum VXSwfDefineEditTextTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    BeginBody(body);
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) -> VXErrorCodeEnum {
+        VX_RETURN_IF_FAILED(m_Bounds.DumpToStream(body));
+        VXBitRun run(body);
+        for (short Tag::*flag : kFlags) run.AddFlag(this->*flag);
+        VX_RETURN_IF_FAILED(run.Finish());
+        if (m_HasFont != 0) {
+            VX_RETURN_IF_FAILED(body.WriteWord(m_FontId));
+            VX_RETURN_IF_FAILED(VXWriteTwipsWord(body, m_FontHeight));
+        }
+        if (m_HasTextColor != 0) VX_RETURN_IF_FAILED(m_TextColor.DumpToStream(body));
+        if (m_HasMaxLength != 0) VX_RETURN_IF_FAILED(body.WriteWord(m_MaxLength));
+        if (m_HasLayout != 0) {
+            VX_RETURN_IF_FAILED(body.WriteByte(m_Align));
+            VX_RETURN_IF_FAILED(body.WriteWord(m_LeftMargin));
+            VX_RETURN_IF_FAILED(body.WriteWord(m_RightMargin));
+            VX_RETURN_IF_FAILED(body.WriteWord(m_Indent));
+            VX_RETURN_IF_FAILED(body.WriteWord(m_Leading));
+        }
+        VX_RETURN_IF_FAILED(body.WriteVXString(m_VariableName));
+        return m_HasText != 0 ? body.WriteVXString(m_InitialText) : kVXSuccess;
+    });
 }
 
 void VXSwfDefineEditTextTag::UpdateReferenceIDs(VXFlintIDMap* map) {

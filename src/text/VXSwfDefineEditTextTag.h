@@ -89,6 +89,4 @@ public:
 private:
     friend class VXSwfTagFactory;
     explicit VXSwfDefineEditTextTag(enuTagType type);
-
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
 };

@@ -4,16 +4,12 @@ VXSwfDefineFontNameTag::VXSwfDefineFontNameTag(enuTagType type) : VXSwfControlTa
 
 VXSwfDefineFontNameTag::~VXSwfDefineFontNameTag() = default;
 
-VXErrorCodeEnum VXSwfDefineFontNameTag::DumpFields(VXBitStream& body) const {
-    VX_RETURN_IF_FAILED(body.WriteWord(m_FontId));
-    VX_RETURN_IF_FAILED(body.WriteVXString(m_FontName));
-    return body.WriteVXString(m_FontCopyright);
-}
-
 VXErrorCodeEnum VXSwfDefineFontNameTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) -> VXErrorCodeEnum {
+        VX_RETURN_IF_FAILED(body.WriteWord(m_FontId));
+        VX_RETURN_IF_FAILED(body.WriteVXString(m_FontName));
+        return body.WriteVXString(m_FontCopyright);
+    });
 }
 
 VXErrorCodeEnum VXSwfDefineFontNameTag::AddFontInfo(unsigned short id, const VXString& name,

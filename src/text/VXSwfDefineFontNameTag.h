@@ -26,6 +26,4 @@ private:
     friend class VXSwfTagFactory;
     explicit VXSwfDefineFontNameTag(enuTagType type);
     ~VXSwfDefineFontNameTag() override;
-
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
 };

@@ -51,20 +51,6 @@ VXErrorCodeEnum VXSwfDefineTextTag::LoadDataFromStream(VXBitStream& in) {
     }
 }
 
-VXErrorCodeEnum VXSwfDefineTextTag::DumpFields(VXBitStream& body) {
-    VX_RETURN_IF_FAILED(m_Bounds.DumpToStream(body));
-    VX_RETURN_IF_FAILED(m_Matrix.DumpToStream(body));
-    VX_RETURN_IF_FAILED(body.WriteByte(m_GlyphBits));
-    VX_RETURN_IF_FAILED(body.WriteByte(m_AdvanceBits));
-    for (VXSwfTextStyleChangeRecord& record : m_TextRecords) {
-        record.m_GlyphBits = m_GlyphBits;
-        record.m_AdvanceBits = m_AdvanceBits;
-        VX_RETURN_IF_FAILED(record.DumpToStream(body));
-        VX_RETURN_IF_FAILED(body.FlushBits());
-    }
-    return body.WriteByte(0);
-}
-
 void VXSwfDefineTextTag::MeasureRecords() {
     unsigned int largestIndex = 0;
     int largestAdvance = 0;
@@ -98,10 +84,19 @@ void VXSwfDefineTextTag::MeasureRecords() {
 
 VXErrorCodeEnum VXSwfDefineTextTag::DumpToStream(VXBitStream& out) {
     MeasureRecords();
-    VXBitStream body;
-    BeginBody(body);
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) -> VXErrorCodeEnum {
+        VX_RETURN_IF_FAILED(m_Bounds.DumpToStream(body));
+        VX_RETURN_IF_FAILED(m_Matrix.DumpToStream(body));
+        VX_RETURN_IF_FAILED(body.WriteByte(m_GlyphBits));
+        VX_RETURN_IF_FAILED(body.WriteByte(m_AdvanceBits));
+        for (VXSwfTextStyleChangeRecord& record : m_TextRecords) {
+            record.m_GlyphBits = m_GlyphBits;
+            record.m_AdvanceBits = m_AdvanceBits;
+            VX_RETURN_IF_FAILED(record.DumpToStream(body));
+            VX_RETURN_IF_FAILED(body.FlushBits());
+        }
+        return body.WriteByte(0);
+    });
 }
 
 void VXSwfDefineTextTag::UpdateReferenceIDs(VXFlintIDMap* map) {

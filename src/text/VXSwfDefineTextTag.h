@@ -46,5 +46,4 @@ private:
     explicit VXSwfDefineTextTag(enuTagType type);
 
     void MeasureRecords();
-    VXErrorCodeEnum DumpFields(VXBitStream& body);
 };
