@@ -79,7 +79,7 @@ void VXFlintShape::AddCurveToGlyphShape(float x1, float y1, float cx, float cy, 
     edge.ControlDeltaY = static_cast<VXReal>(cy) - y1;
     edge.AnchorDeltaX = static_cast<VXReal>(x2) - cx;
     edge.AnchorDeltaY = static_cast<VXReal>(y2) - cy;
-    // The widest of several fields has as many bits as all of them laid over each other.
+    // OR-ing the magnitudes gives the widest.
     edge.NumBits = std::max(WidthOf(Magnitude(edge.ControlDeltaX) | Magnitude(edge.ControlDeltaY) |
                                     Magnitude(edge.AnchorDeltaX) | Magnitude(edge.AnchorDeltaY)),
                             kLeastWidth);

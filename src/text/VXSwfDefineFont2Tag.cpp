@@ -98,7 +98,8 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::LoadDataFromStream(VXBitStream& in) {
     return kVXSuccess;
 }
 
-VXErrorCodeEnum VXSwfDefineFont2Tag::DumpFields(VXBitStream& body) {
+VXErrorCodeEnum VXSwfDefineFont2Tag::DumpFields(VXBitStream& body, VXBitStream& shapes) {
+    if (shapes.HasFailed()) return kVXFailure;
     VXBitRun run(body);
     for (short Tag::*flag : kFlags) run.AddFlag(this->*flag);
     VX_RETURN_IF_FAILED(run.Finish());
@@ -109,16 +110,10 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpFields(VXBitStream& body) {
     VX_RETURN_IF_FAILED(body.WriteByte(m_NameLength));
     VX_RETURN_IF_FAILED(body.Write(m_FontName.GetUTF8String().data(), m_NameLength));
     VX_RETURN_IF_FAILED(body.WriteWord(m_NumGlyphs));
-    const unsigned int tableStart = body.GetPosition();
     VX_RETURN_IF_FAILED(DumpTable(m_OffsetTable, m_NumGlyphs,
                                   [&](unsigned int offset) { return WriteOffset(body, offset); }));
-    const unsigned int codeTableOffset = body.GetPosition();
-    VX_RETURN_IF_FAILED(WriteOffset(body, 0));
-    for (VXFlintShape& shape : m_GlyphShapes) DumpShape(shape, body);
-    const unsigned int codesStart = body.GetPosition();
-    body.SetPosition(codeTableOffset);
-    VX_RETURN_IF_FAILED(WriteOffset(body, codesStart - tableStart));
-    body.SetPosition(codesStart);
+    VX_RETURN_IF_FAILED(WriteOffset(body, GetOffsetTableSize(m_NumGlyphs) + shapes.GetSize()));
+    VX_RETURN_IF_FAILED(body.Write(shapes.GetBuffer(), shapes.GetSize()));
     VX_RETURN_IF_FAILED(
         DumpTable(m_CodeTable, m_NumGlyphs, [&](unsigned short code) { return WriteCode(body, code); }));
     if (m_HasLayout == 0) return kVXSuccess;
@@ -127,9 +122,11 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpFields(VXBitStream& body) {
     return body.WriteWord(m_KerningCount);
 }
 
-void VXSwfDefineFont2Tag::DumpShape(VXFlintShape& shape, VXBitStream& out) {
-    VXIgnore(shape.ShapeRecords.DumpToStream(out));  // a list with a gap goes out up to there
-    VXIgnore(out.FlushBits());                       // fails for want of memory alone, which `out` remembers
+unsigned int VXSwfDefineFont2Tag::DumpShape(VXFlintShape& shape) {
+    const unsigned int start = m_ShapeBytes->GetPosition();
+    VXIgnore(shape.ShapeRecords.DumpToStream(*m_ShapeBytes));  // a list with a gap goes out up to there
+    VXIgnore(m_ShapeBytes->FlushBits());  // fails for want of memory alone, which the stream remembers
+    return m_ShapeBytes->GetPosition() - start;
 }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::LoadLayout(VXBitStream& in) {
@@ -156,15 +153,20 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpLayout(VXBitStream& body) {
 }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::DumpToStream(VXBitStream& out) {
+    VXBitStream shapes;
+    m_ShapeBytes = &shapes;
     if (m_FontKind == kGlyphFont) {
         UpdateForGlyphFont();
         FillDefineFont2Tables();
+    } else {
+        for (VXFlintShape& shape : m_GlyphShapes) DumpShape(shape);
     }
     VXBitStream body;
     BeginBody(body);
-    VXIgnore(DumpFields(body));  // fails for want of memory alone, which the body remembers
+    const VXErrorCodeEnum result = DumpFields(body, shapes);
     // Kept: the other way round than the manager has its arguments.
     VXFontPublishManager::RemoveFontTag(m_FontName, m_Italic, m_Bold);
+    VX_RETURN_IF_FAILED(result);
     return DumpBody(out, body);
 }
 

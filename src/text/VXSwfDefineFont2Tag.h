@@ -114,8 +114,15 @@ private:
     VXErrorCodeEnum WriteCode(VXBitStream& body, unsigned short code) const;
     VXErrorCodeEnum LoadLayout(VXBitStream& in);
     VXErrorCodeEnum DumpLayout(VXBitStream& body);
-    VXErrorCodeEnum DumpFields(VXBitStream& body);
-    static void DumpShape(VXFlintShape& shape, VXBitStream& out);
+    /// Bytes of the offsets of `count` glyphs with that of the code table behind them.
+    unsigned int GetOffsetTableSize(std::size_t count) const {
+        return (m_WideOffsets != 0 ? 4u : 2u) * (static_cast<unsigned int>(count) + 1);
+    }
+    VXErrorCodeEnum DumpFields(VXBitStream& body, VXBitStream& shapes);
+    /// Appends to `m_ShapeBytes`, and answers how many bytes.
+    unsigned int DumpShape(VXFlintShape& shape);
     void SetFont(const VXString& name, short bold, short italic);
     void FillDefineFont2Tables();
+
+    VXBitStream* m_ShapeBytes = nullptr;  ///< the shapes of a dump that is going on
 };

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstddef>
-#include <new>
 
 #include "binding/BNDTypeEngine.h"
 #include "graphics/VXTwips.h"
@@ -96,8 +95,7 @@ void VXSwfDefineFont2Tag::FillDefineFont2Tables() {
     m_GlyphShapes.reserve(count);
     m_OffsetTable.reserve(count);
     m_BoundsTable.reserve(count);
-    VXBitStream measured;
-    unsigned int offset = (m_WideOffsets != 0 ? 4u : 2u) * (static_cast<unsigned int>(count) + 1);
+    unsigned int offset = GetOffsetTableSize(count);
     for (const char16_t c : m_GlyphText) {
         VXFlintShape& shape = m_GlyphShapes.emplace_back();
         shape.NumFillBits = 1;
@@ -109,10 +107,7 @@ void VXSwfDefineFont2Tag::FillDefineFont2Tables() {
         if (HasOutline(c)) AddOutline(shape, c, em, font, m_FontName, path, bounds);
         shape.AddEndShapeRecord();
         m_OffsetTable.push_back(offset);
-        measured.SetPosition(0);
-        DumpShape(shape, measured);
-        if (measured.HasFailed()) throw std::bad_alloc();
-        offset += measured.GetPosition();
+        offset += DumpShape(shape);
         // Kept: a tab or a line break has the bounds of the glyph before it.
         m_BoundsTable.push_back(bounds);
     }
