@@ -101,3 +101,4 @@
 #include "timeline/VXSwfRemoveObjectTag.h"
 #include "timeline/VXSwfSetBackgroundColorTag.h"
 #include "timeline/VXSwfVXSpecialTag.h"
+#include "whole/VXCharacterIds.h"
