@@ -115,7 +115,8 @@ struct Row {
     unsigned char depth = kNoDepth;  // offset of the depth
 };
 
-// Every published type that has an ID or a depth. Those without a row have neither.
+// Every published type that has an ID or a depth, and NameCharacter, which movies had before. Those without a row
+// have neither.
 constexpr Row kRows[] = {
     {2, Front::kOwn, &Walk::Shape<1>},            // DefineShape
     {3, Front::kReference},                       // FreeCharacter
@@ -142,6 +143,7 @@ constexpr Row kRows[] = {
     {36, Front::kOwn},                            // DefineBitsLossless2
     {37, Front::kOwn, &Walk::EditText},           // DefineEditText
     {39, Front::kOwn, &Walk::Sprite},             // DefineSprite
+    {40, Front::kReference},                      // NameCharacter
     {46, Front::kOwn, &Walk::MorphShape<1>},      // DefineMorphShape
     {48, Front::kOwn},                            // DefineFont2
     {56, Front::kNone, &Walk::NamedEntries},      // ExportAssets
@@ -339,7 +341,7 @@ void Walk::PlaceObject3() {
 
 void Walk::Sprite() {
     Skip(2);  // frame count
-    while (!m_HasFailed && m_Bit != m_NumBits) {
+    while (!m_HasFailed) {
         const unsigned int header = U16();
         const unsigned int type = header >> 6;
         unsigned int length = header & 63;

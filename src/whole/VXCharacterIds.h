@@ -7,7 +7,8 @@
 #include "platform/VXTypes.h"
 
 /// Where character IDs stand in the body of a tag, by the format as it is published through version 19. The
-/// layouts are the same in every version of a movie. Types that are not published have no IDs.
+/// layouts are the same in every version of a movie. Of the types that are not published, NameCharacter (type
+/// 40) alone is known to have an ID.
 ///
 /// An ID is a `u16` at a byte of the body, however the fields around it lie. Places that may hold no character
 /// are visited too: 0, which is the main timeline in a symbol class and no sound in a button, and 0xFFFF, which
