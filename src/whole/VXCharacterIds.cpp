@@ -1,6 +1,7 @@
 #include "whole/VXCharacterIds.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <iterator>
@@ -51,7 +52,7 @@ private:
 
     // Fields. Those of whole bytes begin at a byte.
 
-    unsigned int Bits(unsigned int count);
+    unsigned int Bits(unsigned int count);  // up to 8
     void SkipBits(std::uint64_t count) {
         if (m_NumBits - m_Bit < count) return Stop();
         m_Bit += count;
@@ -59,7 +60,9 @@ private:
     void Align() { m_Bit = (m_Bit + 7) / 8 * 8; }
     unsigned int U8() {
         Align();
-        return Bits(8);
+        const auto at = static_cast<std::size_t>(m_Bit / 8);
+        SkipBits(8);
+        return m_HasFailed ? 0 : m_Body[at];
     }
     unsigned int U16() {
         const unsigned int low = U8();
@@ -170,24 +173,24 @@ constexpr Row kRows[] = {
 static_assert(std::ranges::is_sorted(kRows, {}, &Row::type));
 
 const Row* FindRow(unsigned int type) {
-    const Row* row = std::ranges::lower_bound(kRows, type, {}, &Row::type);
-    return row != std::end(kRows) && row->type == type ? row : nullptr;
+    // For every type the number of its row, from 1 on, since each tag of a movie asks for one.
+    static constexpr auto kNumbers = [] {
+        std::array<std::uint8_t, std::rbegin(kRows)->type + 1> numbers{};
+        for (std::size_t i = 0; i < std::size(kRows); ++i)
+            numbers[kRows[i].type] = static_cast<std::uint8_t>(i + 1);
+        return numbers;
+    }();
+    return type < kNumbers.size() && kNumbers[type] != 0 ? &kRows[kNumbers[type] - 1] : nullptr;
 }
 
 unsigned int Walk::Bits(unsigned int count) {
-    if (m_NumBits - m_Bit < count) {
-        Stop();
-        return 0;
-    }
-    unsigned int value = 0;
-    for (const std::uint64_t end = m_Bit + count; m_Bit != end;) {
-        const auto inByte = static_cast<unsigned int>(m_Bit % 8);
-        const auto taken = static_cast<unsigned int>(std::min<std::uint64_t>(8 - inByte, end - m_Bit));
-        const unsigned int rest = (m_Body[m_Bit / 8] & 0xFFu >> inByte) >> (8 - inByte - taken);
-        value = value << taken | rest;
-        m_Bit += taken;
-    }
-    return value;
+    const auto inByte = static_cast<unsigned int>(m_Bit % 8);
+    const auto at = static_cast<std::size_t>(m_Bit / 8);
+    SkipBits(count);
+    if (m_HasFailed) return 0;
+    const unsigned int first = m_Body[at];
+    const unsigned int second = inByte + count > 8 ? m_Body[at + 1] : 0;  // may lie behind the end
+    return (first << 8 | second) >> (16 - inByte - count) & ((1u << count) - 1);
 }
 
 void Walk::Str() {

@@ -3,7 +3,6 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <ranges>
 #include <set>
 
 #include "support/TagSweep.h"
@@ -92,13 +91,13 @@ TagViews InsertedTags(const TagViews& destination, const TagViews& result, bool&
     const auto areSame = [](const TagView& a, const TagView& b) {
         return std::ranges::equal(a.bytes, b.bytes);
     };
-    const auto front = std::ranges::mismatch(destination, result, areSame);
-    const std::ranges::subrange rest(front.in1, destination.end());
-    const auto back =
-        std::ranges::mismatch(rest | std::views::reverse,
-                              std::ranges::subrange(front.in2, result.end()) | std::views::reverse, areSame);
-    isUnchanged = back.in1.base() == front.in1;
-    return {front.in2, back.in2.base()};
+    const auto [restOfDestination, added] =
+        std::mismatch(destination.begin(), destination.end(), result.begin(), result.end(), areSame);
+    const auto [first, last] =
+        std::mismatch(destination.rbegin(), std::make_reverse_iterator(restOfDestination), result.rbegin(),
+                      std::make_reverse_iterator(added), areSame);
+    isUnchanged = first.base() == restOfDestination;
+    return {added, last.base()};
 }
 
 unsigned short TagMatcher::NewId(unsigned short id) const {

@@ -123,12 +123,12 @@ const Row kRows[] = {
 
 std::vector<Row> Rows() {
     std::vector<Row> rows(std::begin(kRows), std::end(kRows));
-    for (const unsigned int type : {6, 10, 14, 20, 21, 35, 36, 48, 60, 75, 87, 90, 91})
+    for (const unsigned int type : Bytes{6, 10, 14, 20, 21, 35, 36, 48, 60, 75, 87, 90, 91})
         rows.push_back({"definition", type, "own:0700 00"});
-    for (const unsigned int type : {3, 5, 13, 15, 23, 40, 59, 61, 62, 73, 74, 78, 88})
+    for (const unsigned int type : Bytes{3, 5, 13, 15, 23, 40, 59, 61, 62, 73, 74, 78, 88})
         rows.push_back({"reference", type, "ref:0700 0100"});
-    for (const unsigned int type :
-         {0, 1, 8, 9, 12, 18, 19, 24, 28, 31, 41, 43, 45, 56, 58, 63, 64, 65, 66, 69, 72, 77, 82, 86, 89, 93})
+    for (const unsigned int type : Bytes{0,  1,  8,  9,  12, 18, 19, 24, 28, 31, 41, 43, 45,
+                                         56, 58, 63, 64, 65, 66, 69, 72, 77, 82, 86, 89, 93})
         rows.push_back({"no ID", type, "0000 0100"});
     return rows;
 }
