@@ -86,6 +86,7 @@ private:
     void CxFormWithAlpha();
     void SoundInfo();
     void FilterList();
+    bool EndsWithoutClassName(unsigned int flags, unsigned int more) const;
     void ButtonRecords(bool isButton2);
     void Entries(Role role);
     unsigned int ColorSize() const { return m_ShapeVersion < 3 ? 3 : 4; }
@@ -200,6 +201,11 @@ void Walk::Str() {
     const void* nul = left == 0 ? nullptr : std::memchr(text, 0, left);
     if (nul == nullptr) return Stop();
     Skip(static_cast<std::uint64_t>(static_cast<const unsigned char*>(nul) - text) + 1);
+}
+
+bool IsOfClassName(unsigned int unit) {
+    return (unit >= 'a' && unit <= 'z') || (unit >= 'A' && unit <= 'Z') || (unit >= '0' && unit <= '9') ||
+           unit == '_' || unit == '$' || unit == '.' || unit == ':' || unit >= 0x80;
 }
 
 /// The ID as it was before the visitor saw it; 0 also when it is not there.
@@ -338,8 +344,35 @@ void Walk::PlaceObject3() {
     const bool hasCharacter = (flags & 2) != 0;
     const bool hasImage = (more & 0x10) != 0;
     const bool hasClassName = (more & 8) != 0;
-    if (hasClassName || (hasImage && hasCharacter)) Str();
+    if (hasClassName || (hasImage && hasCharacter && !EndsWithoutClassName(flags, more))) Str();
     if (hasCharacter) Id(Role::kReference);
+}
+
+/// Whether the ID of an image stands here at once. The published text puts a class name in front of it, and
+/// authoring tools do not write one. The name is one of at least two characters, or else the rest shows that it is
+/// missing, since it ends with the body.
+bool Walk::EndsWithoutClassName(unsigned int flags, unsigned int more) const {
+    Walk name = *this;
+    unsigned int length = 0;
+    unsigned int unit = name.U8();
+    for (; IsOfClassName(unit); unit = name.U8()) ++length;
+    if (unit == 0 && length >= 2) return false;  // also where the body ends within it
+
+    Walk rest = *this;
+    rest.Skip(2);  // the ID
+    if ((flags & 0x04) != 0) rest.Matrix();
+    if ((flags & 0x08) != 0) rest.CxFormWithAlpha();
+    if ((flags & 0x10) != 0) rest.Skip(2);  // ratio
+    if ((flags & 0x20) != 0) rest.Str();    // instance name
+    if ((flags & 0x40) != 0) rest.Skip(2);  // clip depth
+    if ((more & 0x01) != 0) rest.FilterList();
+    if ((more & 0x02) != 0) rest.Skip(1);                              // blend mode
+    if ((more & 0x04) != 0) rest.Skip(1);                              // kept as a bitmap
+    if ((more & 0x20) != 0) rest.Skip(1);                              // visible
+    if ((more & 0x40) != 0) rest.Skip(4);                              // opaque background
+    if ((flags & 0x80) != 0) return !rest.m_HasFailed && length == 0;  // clip events
+    rest.Align();
+    return !rest.m_HasFailed && rest.m_Bit == rest.m_NumBits;
 }
 
 void Walk::Sprite() {

@@ -153,6 +153,20 @@ TEST(VXCharacterIds, VisitsEachPlaceOnceAndNoneBehindTheEnd) {
     }
 }
 
+TEST(VXCharacterIds, SeesWhetherAnImageHasAClassName) {
+    for (const char* text : {"06 10 0100 ref:4100 11 46 88", "06 10 0100 4100 ref:0700 11 46 88",
+                             "A6 10 0100 ref:0700 00 4100 0000 00000000 00000000"}) {
+        Places places;
+        const Bytes body = Parse(text, places);
+        Places seen;
+        EXPECT_EQ(
+            VXCharacterIds::Visit(70, body.data(), static_cast<unsigned int>(body.size()),
+                                  [&](unsigned int offset, Role role) { seen.emplace_back(offset, role); }),
+            kVXSuccess);
+        EXPECT_EQ(seen, places) << text;
+    }
+}
+
 TEST(VXCharacterIds, StopsInSpritesThatAreTooDeep) {
     for (const unsigned int depth : {VXCharacterIds::kDeepest, VXCharacterIds::kDeepest + 1}) {
         Bytes body = Hex("0100 0000 0000");
