@@ -41,10 +41,10 @@ VXErrorCodeEnum VXSwfDefineTextTag::LoadDataFromStream(VXBitStream& in) {
         record.SetAlpha(GetTagType() == VXSwfTagFactory::TAG_DEFINETEXT2 ? 1 : 0);
         record.m_GlyphBits = m_GlyphBits;
         record.m_AdvanceBits = m_AdvanceBits;
-        // Kept: a run that fails looks like the end of the list.
+        // Kept: a run that fails looks like the end of the list. One beyond the limit ends it the same way.
         if (record.LoadFromStream(in) != kVXSuccess) return kVXSuccess;
         const std::uint64_t cost = record.m_GlyphEntries.size() * costOfEntry;
-        if (cost > costLeft) return kVXFailure;
+        if (cost > costLeft) return kVXSuccess;
         costLeft -= cost;
         VXMemoryLimit::Charge(sizeof record + record.m_GlyphEntries.size() * sizeof(VXFlintGlyphEntry));
         m_TextRecords.push_back(std::move(record));

@@ -29,8 +29,8 @@ public:
     void UpdateReferenceIDs(VXFlintIDMap* map) override;
     ~VXSwfDefineTextTag() override;
     /// Appends runs up to the end of the list or to one that fails, which are both good. 1 when bounds or
-    /// matrix are not there, and when glyphs that take no bits would take more than 256 times the bytes of
-    /// the body.
+    /// matrix are not there. A run also ends the list when the glyphs, which may take no bits, would take more
+    /// than 256 times the bytes of the body.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
     VXFlintRectangle m_Bounds;
