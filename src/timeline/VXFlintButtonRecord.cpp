@@ -3,13 +3,13 @@
 namespace {
 
 /// A count or size byte; one that is not there counts as 0.
-int ReadSize(VXBitStream& in) {
+unsigned int ReadSize(VXBitStream& in) {
     unsigned char size = 0;
-    return in.ReadByte(size) == kVXSuccess ? size : 0;
+    return in.ReadByte(size) == kVXSuccess ? size : 0u;
 }
 
 /// Bytes behind the ID of a filter, as far as they are not read here.
-int MeasureFilter(VXBitStream& in, unsigned char id) {
+unsigned int MeasureFilter(VXBitStream& in, unsigned char id) {
     switch (id) {
         case 0:  // drop shadow
             return 23;
@@ -23,7 +23,7 @@ int MeasureFilter(VXBitStream& in, unsigned char id) {
         case 7:  // gradient bevel
             return ReadSize(in) * 5 + 19;
         case 5: {  // convolution
-            const int columns = ReadSize(in);
+            const unsigned int columns = ReadSize(in);
             return columns * ReadSize(in) * 4 + 13;
         }
         case 6:  // colour matrix
@@ -72,13 +72,13 @@ VXErrorCodeEnum VXFlintButtonRecord::DumpToStream(VXBitStream& out) {
 void VXFlintButtonRecord::ReadFilterList(VXBitStream& in) {
     in.ByteAlignSBits();
     const unsigned int start = in.GetPosition();
-    const int count = ReadSize(in);
-    for (int i = 0; i < count; ++i) {
+    const unsigned int count = ReadSize(in);
+    for (unsigned int i = 0; i < count; ++i) {
         unsigned char id = 0;
         if (in.ReadByte(id) != kVXSuccess) break;
-        // A filter that would end behind the body moves nothing, and the next ID is looked for where it
-        // began.
-        in.MovePosition(MeasureFilter(in, id));
+        // A filter that would end behind the data moves nothing, and the next ID is looked for where it began.
+        const unsigned int rest = MeasureFilter(in, id);
+        if (rest <= in.GetRemaining()) in.SetPosition(in.GetPosition() + rest);
     }
     unsigned int size = in.GetPosition() - start;
     RawFilterList = VXByteBlock::Allocate(size);
