@@ -33,8 +33,8 @@ public:
     ~VXSwfDefineButton2Tag() override;
     /// 1 without flags or offset; records and conditions that fail are kept as far as they were read and not
     /// reported. The chain of conditions ends where it comes back to a place, where it leaves the body, and
-    /// once the conditions together have taken more bytes than the body has. 1 also when actions that are cut
-    /// short lack more than 256 times the bytes of the body.
+    /// once the conditions together have taken more bytes than the body has. What actions that are cut
+    /// short lack beyond 256 times the bytes of the body counts sixteenfold as memory of the load.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
     /// Appends a record for the states that are non-zero.
@@ -59,7 +59,7 @@ private:
     explicit VXSwfDefineButton2Tag(enuTagType type);
 
     void LoadButtonRecordsFromStream(VXBitStream& in);
-    VXErrorCodeEnum LoadButtonActionsFromStream(VXBitStream& in);
+    void LoadButtonActionsFromStream(VXBitStream& in);
     VXErrorCodeEnum DumpFields(VXBitStream& body);
     VXErrorCodeEnum DumpButtonActionsToStream(VXBitStream& body);
     void CopyLists(const VXSwfDefineButton2Tag& other);

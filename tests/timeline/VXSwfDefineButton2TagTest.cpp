@@ -55,6 +55,12 @@ TEST(VXSwfDefineButton2Tag, MeasuresEveryFilter) {
     EXPECT_EQ(records.size(), 2u)
         << "a filter that leaves the body moves nothing: the rest is taken for a record";
     EXPECT_EQ(records[0]->RawFilterList.GetSize(), 3u);
+    const Bytes cut = Join({RecordBytes(0x11, 9), Hex("01 05 FF FF 00")});
+    VXBitStream owned;
+    EXPECT_EQ(owned.Write(cut.data(), static_cast<unsigned int>(cut.size())), kVXSuccess);
+    owned.SetPosition(0);
+    EXPECT_EQ(VXFlintButtonRecord().LoadFromStream(owned), kVXSuccess);
+    EXPECT_EQ(owned.GetSize(), cut.size()) << "nor does it make a stream grow that could";
 }
 
 TEST(VXSwfDefineButton2Tag, FindsConditionsByTheirDistances) {
@@ -71,6 +77,9 @@ TEST(VXSwfDefineButton2Tag, FindsConditionsByTheirDistances) {
     ASSERT_EQ(actions.size(), 2u);
     EXPECT_EQ(actions[0]->CondIdleToOverDown, 1);
     EXPECT_EQ(actions[1]->CondKeyPress, 32u);
+    const Bytes cut = Hex("00 00 00 00 00 96 FF FF 11 22 33");
+    EXPECT_EQ(DumpOf(*LoadTag(ButtonBytes(cut, 3))), ButtonBytes(Join({cut, Repeat(65533, 0)})))
+        << "an action that is cut does not fail the button";
 }
 
 TEST(VXSwfDefineButton2Tag, ChainsOfConditionsEnd) {
