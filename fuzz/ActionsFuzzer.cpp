@@ -31,7 +31,7 @@ void CheckRoundTrip(const VXFlintActionRecords& list) {
 void CheckReplacement(VXFlintActionRecord& record, const VXString& from, const VXString& to) {
     const int before = record.m_Length;
     int delta = 1;
-    const short isReplaced = record.ReplaceString(from, to, delta);
+    const short isReplaced = ReplaceString(record, from, to, delta);
     Require(record.m_Length - before == delta);
     Require(isReplaced != 0 || delta == 0);
     Require(!record.m_ActionData || record.m_ActionData.GetSize() <= 0xFFFF);

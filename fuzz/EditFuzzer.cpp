@@ -330,10 +330,11 @@ void Edit::Rename() {
         int delta = 0;
         if (auto* script = dynamic_cast<VXSwfDoActionTag*>(tag)) {
             for (VXFlintActionRecord* action : script->m_ActionRecords)
-                action->ReplaceString(from, to, delta);
+                ReplaceString(*action, from, to, delta);
             script->m_ActionRecords.InsertCallFunction(to, delta);
         } else if (auto* first = dynamic_cast<VXSwfDoInitActionTag*>(tag)) {
-            for (VXFlintActionRecord* action : first->m_ActionRecords) action->ReplaceString(from, to, delta);
+            for (VXFlintActionRecord* action : first->m_ActionRecords)
+                ReplaceString(*action, from, to, delta);
         } else if (auto* symbols = dynamic_cast<VXSwfSymbolClassTag*>(tag)) {
             symbols->AddSymbol(to, m_Input.Byte());
         }

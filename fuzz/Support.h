@@ -70,6 +70,20 @@ inline void ExerciseTag(VXSwfTag& tag, VXBitStream& body, unsigned char version)
     VXIgnore(tag.DumpToStream(changed));
 }
 
+/// Replaces in short payloads only, and lets them grow by no more than some hundred bytes: a pair whose
+/// replacements make room for others goes on to the greatest length, which takes seconds.
+inline short ReplaceString(VXFlintActionRecord& record, const VXString& from, const VXString& to,
+                           int& delta) {
+    constexpr unsigned short kMost = 1024;
+    constexpr unsigned short kLacking = 0xFFFF - kMost;
+    delta = 0;
+    if (record.m_Length > kMost) return 0;
+    record.m_Length = static_cast<unsigned short>(record.m_Length + kLacking);
+    const short isReplaced = record.ReplaceString(from, to, delta);
+    record.m_Length = static_cast<unsigned short>(record.m_Length - kLacking);
+    return isReplaced;
+}
+
 /// Takes the input of a fuzzer apart. What is missing at its end counts as zero.
 class Input {
 public:

@@ -24,65 +24,16 @@ void WriteZeros(VXBitStream& out, unsigned int count) {
     }
 }
 
-/// Counts the bytes of `text` that have matched, looking at each byte once.
-class Matcher {
-public:
-    explicit Matcher(std::string_view text) : m_Text(text) {}
-
-    /// Whether a match ends with `byte`.
-    bool Take(char byte) {
+/// Index behind the first hit of `text` that begins at `start` or later; `npos` without one.
+std::size_t FindEnd(std::string_view payload, std::string_view text, std::size_t start) {
+    std::size_t count = 0;
+    for (std::size_t i = start; i < payload.size(); ++i) {
         // Kept: the byte that ends a partial match is not tried as the start of the next.
-        m_Count = byte == m_Text[m_Count] ? m_Count + 1 : 0;
-        return m_Count == m_Text.size();
+        count = payload[i] == text[count] ? count + 1 : 0;
+        if (count == text.size()) return i + 1;
     }
-    void Reset() { m_Count = 0; }
-    friend bool operator==(const Matcher& a, const Matcher& b) { return a.m_Count == b.m_Count; }
-
-private:
-    std::string_view m_Text;
-    std::size_t m_Count = 0;
-};
-
-/// A payload that is being changed, with all its free room at one place, so that what lies behind a change
-/// does not move.
-class GapText {
-public:
-    explicit GapText(std::string_view text)
-        : m_Bytes(std::make_unique_for_overwrite<char[]>(kGreatestLength)), m_Back(kGreatestLength) {
-        PushBack(text);
-    }
-
-    std::size_t GetFrontSize() const { return m_Front; }
-    std::size_t GetBackSize() const { return kGreatestLength - m_Back; }
-    /// Moves a byte from the back to the front; there must be one.
-    char Step() { return m_Bytes[m_Front++] = m_Bytes[m_Back++]; }
-    /// Moves the end of the front to the back.
-    void GoBackTo(std::size_t position) {
-        const std::size_t count = m_Front - position;
-        m_Front = position;
-        m_Back -= count;
-        std::memmove(&m_Bytes[m_Back], &m_Bytes[position], count);
-    }
-    /// Replaces the last bytes of the front by a text that comes next.
-    void Replace(std::size_t count, std::string_view text) {
-        m_Front -= count;
-        PushBack(text);
-    }
-    std::string_view Join() {
-        GoBackTo(0);
-        return {&m_Bytes[m_Back], GetBackSize()};
-    }
-
-private:
-    void PushBack(std::string_view text) {
-        m_Back -= text.size();
-        std::memcpy(&m_Bytes[m_Back], text.data(), text.size());
-    }
-
-    std::unique_ptr<char[]> m_Bytes;
-    std::size_t m_Front = 0;
-    std::size_t m_Back;
-};
+    return std::string_view::npos;
+}
 
 }  // namespace
 
@@ -190,58 +141,36 @@ short VXFlintActionRecord::ReplaceString(const VXString& from, const VXString& t
     if (!std::all_of(oldText.begin(), oldText.end(), isAscii)) return 0;
     const std::string_view payload(reinterpret_cast<const char*>(static_cast<unsigned char*>(m_ActionData)),
                                    GetHeldLength());
-    // Most records hold no match.
-    if (Matcher first(oldText);
-        std::none_of(payload.begin(), payload.end(), [&](char byte) { return first.Take(byte); }))
-        return 0;
+    std::size_t end = FindEnd(payload, oldText, 0);
+    if (end == std::string_view::npos) return 0;  // as most actions
 
-    // A pass begins where the one before made its first replacement: up to there it would find the same.
-    // Behind the last one, where so many bytes were left, that one found nothing, and no more will be found
-    // once both have matched as much.
     const bool bringsItself = newText.find(oldText) != std::string::npos;
-    const std::size_t passedOver = (bringsItself ? newText.size() : oldText.size()) + 1;
-    GapText text(payload);
-    std::size_t length = m_Length;
-    std::size_t passStart = 0;
-    std::size_t leftBehindLast = 0;
+    const std::size_t missing = m_Length - payload.size();
+    std::string text(payload);
+    std::size_t firstHit = std::string::npos;  // of the pass
     bool isChanged = false;
-    bool isFull = false;
-    for (bool isAgain = true; isAgain && !isFull;) {
-        isAgain = false;
-        text.GoBackTo(passStart);
-        std::size_t known = std::exchange(leftBehindLast, 0);
-        Matcher before(oldText);
-        Matcher now(oldText);
-        const auto step = [&] {
-            const bool isKnown = text.GetBackSize() <= known;
-            const char byte = text.Step();
-            if (isKnown) before.Take(byte);
-            return byte;
-        };
-        while (text.GetBackSize() != 0 && !(text.GetBackSize() <= known && now == before)) {
-            if (!now.Take(step())) continue;
-            isFull = length - oldText.size() + newText.size() > kGreatestLength;
-            if (isFull) break;
-            known = std::min(known, text.GetBackSize());
-            text.Replace(oldText.size(), newText);
-            length = length - oldText.size() + newText.size();
-            if (!isAgain) passStart = text.GetFrontSize();
-            isAgain = !bringsItself;
-            isChanged = true;
-            // Kept: the byte behind a replacement, counted in the old length, only ends the match. A zero is
-            // taken for the one that ends `from`, and leaves that to the next byte.
-            char last = 1;
-            for (std::size_t i = 0; i < passedOver && text.GetBackSize() != 0; ++i) last = step();
-            if (last == 0 && text.GetBackSize() != 0) step();
-            now.Reset();
-            leftBehindLast = text.GetBackSize();
+    while (end != std::string::npos) {
+        if (text.size() - oldText.size() + newText.size() + missing > kGreatestLength) break;
+        const std::size_t hit = end - oldText.size();
+        text.replace(hit, oldText.size(), newText);
+        isChanged = true;
+        if (bringsItself) {
+            end = FindEnd(text, oldText, hit + newText.size());
+            continue;
         }
+        firstHit = std::min(firstHit, hit);
+        // Kept: the byte behind a replacement, counted in the old length, only ends the match. A zero is taken
+        // for the one that ends `from`, and leaves that to the next byte.
+        const bool isZero = end < text.size() && text[end] == '\0';
+        end = FindEnd(text, oldText, end + (isZero ? 2 : 1));
+        // The next pass. In front of the first replacement it would find what this one found, which is nothing.
+        if (end == std::string::npos) end = FindEnd(text, oldText, std::exchange(firstHit, end));
     }
     if (!isChanged) return 0;
-    const std::string_view changed = text.Join();
+    const std::size_t length = text.size() + missing;
     delta = static_cast<int>(length) - static_cast<int>(m_Length);
-    m_ActionData = VXFlintActionData(reinterpret_cast<const unsigned char*>(changed.data()),
-                                     static_cast<unsigned short>(changed.size()));
+    m_ActionData = VXFlintActionData(reinterpret_cast<const unsigned char*>(text.data()),
+                                     static_cast<unsigned short>(text.size()));
     m_Length = static_cast<unsigned short>(length);
     return 1;
 }

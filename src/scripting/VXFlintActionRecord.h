@@ -34,7 +34,8 @@ private:
 ///     code u8, length u16, length bytes    from 128 on
 ///
 /// A payload that the data cuts short keeps its stated length, and zeros stand for the rest wherever the
-/// action is written or copied. The payload holds them too as far as they are not many times what was there.
+/// action is written or copied. The payload holds them too while the stated length is at most 64 times what
+/// was there of the action, its three bytes of header included; else it holds what was there alone.
 ///
 /// Copy construction and assignment share the payload's bytes; `Copy` and `SetData` give an action bytes of
 /// its own.
@@ -72,13 +73,16 @@ public:
     /// change of `m_Length`; the lengths of enclosing tags and the offsets of jumps are the caller's.
     ///
     /// Passes follow each other until one of them finds nothing. Where `from` occurs in `to` there is one
-    /// pass, which goes on behind what was inserted. A replacement that would take the payload beyond 65535
-    /// bytes is not made and ends the call. An empty `from` is nowhere.
+    /// pass, which replaces every hit of the old payload once. A replacement that would take the payload
+    /// beyond 65535 bytes is not made and ends the call. An empty `from` is nowhere.
+    ///
+    /// Each replacement moves what lies behind it, and each pass goes through the payload. A pair whose
+    /// replacements make room for others, such as "ab" by "bbaa", takes seconds for a payload of 60,000 bytes.
     ///
     /// Kept: as many UTF-8 bytes count as the texts have 16-bit units, and a `from` outside ASCII is found
     /// nowhere. The search is a simple one: a byte that ends a partial match does not begin the next, so
-    /// "aab" does not hold "ab", and neither does the byte behind a replacement, nor the next one when that
-    /// byte is 0.
+    /// "aab" does not hold "ab". Where passes repeat, the byte behind a replacement does not begin one either,
+    /// nor the next byte when that one is 0.
     short ReplaceString(const VXString& from, const VXString& to, int& delta);
 
     VXFlintActionData m_ActionData;

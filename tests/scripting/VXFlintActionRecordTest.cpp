@@ -107,8 +107,10 @@ TEST(VXFlintActionRecord, ReplacesStrings) {
          string("cy\0ccy", 6)},
         {"Kept: outside ASCII nothing is found", "a\xC3\xA9", "\xC3\xA9", "x", "a\xC3\xA9"},
         {"Kept: as many bytes as there are units", "ab", "ab", "\xC3\xA9z", "\xC3\xA9"},
-        {"a text that brings itself ends after one pass", "ab-ab", "ab", "abab", "abab-abab"},
-        {"Kept: nor does the byte behind a hit, also in that one pass", "abab_ab", "ab", "abc", "abcab_abc"},
+        {"Kept: nor does the byte behind a hit", "aba_b", "ab", "x", "xa_b"},
+        {"a text that brings itself takes one pass over every hit", "abab", "ab", "abab", "abababab"},
+        {"whatever lies behind a hit", string("\3\0mc\0mcA\0mcB\0", 13), "mc", "mc2",
+         string("\3\0mc2\0mc2A\0mc2B\0", 16)},
         {"passes meet what earlier ones joined", "xaxbbx", "xbb", "b", "xabx"},
     };
     for (const auto& row : rows) {
