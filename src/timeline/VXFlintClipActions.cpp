@@ -24,9 +24,9 @@ constexpr unsigned char kFirstVersionWith32 = 6;
 VXErrorCodeEnum ReadEndFlag(VXBitStream& in, unsigned char version, unsigned int& flag) {
     if (version >= kFirstVersionWith32) return in.ReadDWord(flag);
     unsigned short shortFlag = 0;
-    const VXErrorCodeEnum result = in.ReadWord(shortFlag);
+    VX_RETURN_IF_FAILED(in.ReadWord(shortFlag));
     flag = shortFlag;
-    return result;
+    return kVXSuccess;
 }
 
 }  // namespace

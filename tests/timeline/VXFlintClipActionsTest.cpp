@@ -60,6 +60,11 @@ TEST(VXFlintClipActions, KeepWhatWasReadWhole) {
     EXPECT_EQ(actions.LoadFromStream(in, 5), kVXFailure);
     ASSERT_EQ(actions.ClipActionRecords.size(), 1u) << "the second has no end";
     EXPECT_EQ(actions.ClipActionEndFlag, 1u);
+    VXFlintClipActions noEnd;
+    in.LoadFromAllocedMem(cut.data(), 13);
+    in.SetPosition(0);
+    EXPECT_EQ(noEnd.LoadFromStream(in, 5), kVXFailure);
+    EXPECT_EQ(noEnd.ClipActionEndFlag, 1u) << "the word read last";
     const Bytes whole = Hex("00 00 01 00  00 80 02 00 00 00 06 00  00 00");
     VXBitStream more = StreamOver(whole);
     EXPECT_EQ(actions.LoadFromStream(more, 5), kVXSuccess);
