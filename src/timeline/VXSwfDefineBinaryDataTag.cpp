@@ -1,20 +1,26 @@
 #include "timeline/VXSwfDefineBinaryDataTag.h"
 
+#include <algorithm>
+
 #include "bitstream/VXStreamTransfer_p.h"
+
+namespace {
+
+constexpr unsigned int kReservedSize = 4;
+
+}  // namespace
 
 VXSwfDefineBinaryDataTag::VXSwfDefineBinaryDataTag(enuTagType type) : VXSwfDefinitionTag(type) {}
 
 VXSwfDefineBinaryDataTag::~VXSwfDefineBinaryDataTag() = default;
 
 VXErrorCodeEnum VXSwfDefineBinaryDataTag::LoadDataFromStream(VXBitStream& in) {
-    BinaryData = VXByteBlock();
     unsigned int reserved = 0;
     VX_RETURN_IF_FAILED(in.ReadDWord(reserved));
-    unsigned int count = in.GetRemaining();
-    VXByteBlock bytes = VXByteBlock::Allocate(count);
-    VX_RETURN_IF_FAILED(in.Read(bytes.GetBytes(), count));
-    BinaryData = bytes;
-    return kVXSuccess;
+    const unsigned int stated = std::max(GetTagLen(), kReservedSize) - kReservedSize;
+    unsigned int count = std::min(stated, in.GetRemaining());
+    BinaryData = VXByteBlock::Allocate(count);
+    return in.Read(BinaryData.GetBytes(), count);
 }
 
 VXErrorCodeEnum VXSwfDefineBinaryDataTag::DumpFields(VXBitStream& body) const {

@@ -13,11 +13,12 @@ public:
     using VXSwfDefinitionTag::DumpToStream;
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
     ~VXSwfDefineBinaryDataTag() override;
-    /// 1 without the reserved word, and without a byte behind it.
+    /// Takes what the length of the tag says, as far as it is there. 1 without the reserved word, which leaves
+    /// the old bytes, and without a byte behind it.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
-    /// Takes as many bytes as the whole stream has, from where it stands on; what does not come is zero. 1
-    /// for null, which changes nothing.
+    /// Takes as many bytes as the whole stream has, from where it stands on. What does not come is zero, up
+    /// to 16 MiB or twice what came; beyond that it is left out. 1 for null, which changes nothing.
     VXErrorCodeEnum SetBinaryData(IVXStream* stream);
     const unsigned char* GetBinaryData() const { return BinaryData.GetBytes(); }
     unsigned int GetBinaryDataSize() const { return BinaryData.GetSize(); }

@@ -104,10 +104,17 @@ TEST(VXSwfDefineBinaryDataTag, DumpsTheBytesOfAStream) {
 
     EXPECT_EQ(LoadInto(*tag, Hex("C8 15 07 00 FF FF FF FF 01 02")), kVXSuccess);
     EXPECT_EQ(DumpOf(*tag), Hex("C8 15 07 00 00 00 00 00 01 02")) << "behind the reserved word";
-    for (const char* cut : {"C6 15 07 00 00 00 00 00", "C4 15 07 00 00 00", "C2 15 07 00"}) {
+    const std::pair<const char*, unsigned int> cuts[] = {
+        {"C4 15 07 00 00 00", 2}, {"C2 15 07 00", 2}, {"C6 15 07 00 00 00 00 00", 0}};
+    for (const auto& [cut, size] : cuts) {
         EXPECT_EQ(LoadInto(*tag, Hex(cut)), kVXFailure) << cut;
-        EXPECT_EQ(tag->GetBinaryDataSize(), 0u);
+        EXPECT_EQ(tag->GetBinaryDataSize(), size) << cut;
     }
+    EXPECT_EQ(LoadInto(*tag, Hex("C7 15 07 00 00 00 00 00 AA")), kVXSuccess);
+    const Bytes longer = Hex("00 00 00 00 BB CC");
+    VXBitStream in = StreamOver(longer);
+    EXPECT_EQ(tag->LoadDataFromStream(in), kVXSuccess);
+    EXPECT_EQ(tag->GetBinaryDataSize(), 1u) << "the tag's length decides, whatever the stream holds";
 }
 
 TEST(VXSwfVXSpecialTag, HasADumpOfItsBytesAlone) {
