@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
+#include <utility>
 
 #include "bitstream/VXByteBlock.h"
 #include "platform/IVXStream.h"
@@ -39,18 +40,30 @@ inline unsigned int VXSeekToEnd(IVXStream& stream) {
     return stream.Tell();
 }
 
-/// Fills `data` from where the stream stands on; what does not come is zero.
-inline void VXReadOrZero(IVXStream& stream, unsigned char* data, unsigned int length) {
-    const unsigned int count = VXTransfer(stream, data, length);
-    if (count < length) std::memset(data + count, 0, length - count);
+/// `head` zeros and then `length` bytes from where the stream stands on. What does not come is zero. A stream
+/// may promise more than it has, so the block grows as the bytes come: beyond 16 MiB it ends at the latest
+/// with twice what came.
+inline VXByteBlock VXReadBytes(IVXStream& stream, unsigned int length, unsigned int head = 0) {
+    constexpr unsigned int kFirst = 16u << 20;
+    const unsigned int size = head + length;
+    VXByteBlock bytes = VXByteBlock::Allocate(std::min(size, kFirst));
+    if (head != 0) std::memset(bytes, 0, head);
+    unsigned int count = head;
+    for (;;) {
+        count += VXTransfer(stream, bytes + count, bytes.GetSize() - count);
+        if (count < bytes.GetSize() || count == size) break;
+        VXByteBlock larger = VXByteBlock::Allocate(count < size / 2 ? 2 * count : size);
+        std::memcpy(larger, bytes, count);
+        bytes = std::move(larger);
+    }
+    if (count < bytes.GetSize()) std::memset(bytes + count, 0, bytes.GetSize() - count);
+    return bytes;
 }
 
-/// Bytes from where the stream stands on, as many as the whole stream is long; what does not come is zero.
+/// As many bytes as the whole stream is long, from where it stands on.
 inline VXByteBlock VXReadStream(IVXStream& stream) {
     const unsigned int here = stream.Tell();
     const unsigned int length = VXSeekToEnd(stream);
     VXSeekTo(stream, here);
-    VXByteBlock bytes = VXByteBlock::Allocate(length);
-    VXReadOrZero(stream, bytes.GetBytes(), length);
-    return bytes;
+    return VXReadBytes(stream, length);
 }

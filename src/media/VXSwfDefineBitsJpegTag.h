@@ -16,8 +16,8 @@ public:
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
     ~VXSwfDefineBitsJpegTag() override;
 
-    /// Takes as many bytes as the whole stream has, from where it stands on; what does not come is zero. 1
-    /// for null, which changes nothing.
+    /// Takes as many bytes as the whole stream has, from where it stands on. What does not come is zero, up
+    /// to 16 MiB or twice what came; beyond that it is left out. 1 for null, which changes nothing.
     VXErrorCodeEnum SetJpegData(IVXStream* stream);
     /// Takes over an array made with `new[]`. 1 for null, which changes nothing.
     VXErrorCodeEnum SetJpegData(unsigned char* array, unsigned int length);

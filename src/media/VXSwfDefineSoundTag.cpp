@@ -27,8 +27,8 @@ short VXSwfDefineSoundTag::IncludeMP3Sound(IVXStream* stream, int count) {
     VXSwfMP3FrameHeader header;
     const std::int64_t first = info.FindFrameHeader(0, header);
     if (first < 0) return 0;
-    const std::int64_t size = info.GetLength() - first + kSeekSamplesSize;
-    if (size > UINT_MAX) return 0;
+    const std::int64_t length = info.GetLength() - first;
+    if (length + kSeekSamplesSize > UINT_MAX) return 0;
 
     SoundFormat = 2;
     SoundSize = 1;
@@ -38,10 +38,8 @@ short VXSwfDefineSoundTag::IncludeMP3Sound(IVXStream* stream, int count) {
 
     // The earlier data goes first, so that the two never stand side by side.
     SoundData = VXByteBlock();
-    SoundData = VXByteBlock::Allocate(static_cast<unsigned int>(size));
     VXSeekTo(*stream, static_cast<unsigned int>(first));
-    VXReadOrZero(*stream, SoundData.GetBytes() + kSeekSamplesSize, SoundData.GetSize() - kSeekSamplesSize);
-    std::memset(SoundData.GetBytes(), 0, kSeekSamplesSize);
+    SoundData = VXReadBytes(*stream, static_cast<unsigned int>(length), kSeekSamplesSize);
     return 1;
 }
 

@@ -19,7 +19,7 @@ public:
 
     /// Takes the whole of an MP3 file, wherever the stream stands; it is read from its first frame to its end
     /// and not kept. Describes the sound by the first frame and measures it, whatever `count` says. Data that
-    /// does not come is zero.
+    /// does not come is zero, up to 16 MiB or twice what came; beyond that it is left out.
     ///
     /// Non-zero for good. 0 when there is no frame, for null, and when the data would take 2^32 bytes or
     /// more; `SoundSampleCount` is then `count`, and everything else is as it was.

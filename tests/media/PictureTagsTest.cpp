@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "media/VXSwfDefineBitsJpegTag.h"
 #include "media/VXSwfDefineBitsLossless2Tag.h"
 #include "platform/CVXStreamReadWrite.h"
@@ -94,6 +97,23 @@ TEST(VXSwfDefineBitsJpegTag, WritesThePictureAloneForType21) {
     const Bytes alpha = Hex("80 81");
     EXPECT_EQ(tag->SetAlphaData(alpha.data(), 2), kVXSuccess);
     EXPECT_EQ(DumpOf(*tag), Hex("46 05 05 00 FF D8 FF D9")) << "the alpha plane stays here";
+}
+
+/// Claims 4 GiB once it was asked where it stands.
+struct Liar : CVXStreamReadWrite {
+    using CVXStreamReadWrite::CVXStreamReadWrite;
+    unsigned int Tell() override { return std::exchange(m_Claim, 0xFFFFFFFF); }
+    unsigned int m_Claim = 0;
+};
+
+TEST(VXSwfDefineBitsJpegTag, TakesNoMoreThanTwiceWhatComes) {
+    const Bytes data = Noise(33 << 20);
+    Liar liar(data.data(), data.size());
+    const auto tag = NewTag<VXSwfDefineBitsJpegTag>(21);
+    EXPECT_EQ(tag->SetJpegData(&liar), kVXSuccess);
+    ASSERT_EQ(tag->GetJpegDataSize(), 64u << 20);
+    EXPECT_TRUE(std::equal(data.begin(), data.end(), tag->GetJpegData()));
+    EXPECT_EQ(tag->GetJpegData()[data.size()], 0);
 }
 
 TEST(VXSwfDefineBitsJpegTag, WritesTheOffsetToTheAlphaPlaneForType35) {
