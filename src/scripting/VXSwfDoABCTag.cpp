@@ -12,13 +12,10 @@ VXSwfDoABCTag::~VXSwfDoABCTag() = default;
 VXErrorCodeEnum VXSwfDoABCTag::LoadDataFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(in.ReadDWord(m_Flags));
     VX_RETURN_IF_FAILED(in.ReadVXString(m_Name));
-    // Kept: without a body of its own, the length wraps and all that remains is taken.
-    const unsigned int stated = GetTagLen() - 5 - static_cast<unsigned int>(m_Name.length());
-    if (stated == 0) {
-        m_ABCDataLen = 0;
-        return kVXSuccess;
-    }
-    const unsigned int length = std::min(stated, in.GetRemaining());
+    const std::size_t head = sizeof m_Flags + m_Name.length() + 1;
+    m_ABCDataLen = 0;
+    if (GetTagLen() <= head) return kVXSuccess;
+    const unsigned int length = std::min(GetTagLen() - static_cast<unsigned int>(head), in.GetRemaining());
     m_ABCData.reset(new unsigned char[length]);
     m_ABCDataLen = length;
     return in.Read(m_ABCData.get(), m_ABCDataLen);

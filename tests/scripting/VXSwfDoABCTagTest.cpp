@@ -37,7 +37,7 @@ TEST(VXSwfDoABCTag, LoadsWhatIsThere) {
     VXBitStream in = StreamOver(fields);
     const auto tag = NewTag<Tag>(82);
     EXPECT_EQ(tag->LoadDataFromStream(in), kVXSuccess);
-    EXPECT_EQ(tag->GetABCDataLen(), 1u) << "Kept: a length below 0 is all that remains";
+    EXPECT_EQ(tag->GetABCDataLen(), 0u) << "a length below 0 is none";
     const TagPtr raw = LoadTag(TagBytes(82, Hex("01000000 00 AABBCC")));
     EXPECT_EQ(dynamic_cast<Tag*>(raw.get()), nullptr) << "raw in a loaded movie";
 }
