@@ -3,39 +3,20 @@
 #include <algorithm>
 
 #include "framework/VXFlintIDMap.h"
-
-namespace {
-
-constexpr unsigned short kMostAssets = 65535;
-constexpr unsigned int kSmallCount = 255;
-
-}  // namespace
+#include "scripting/VXNameTable_p.h"
 
 VXSwfExportAssetsTag::VXSwfExportAssetsTag(enuTagType type) : VXSwfControlTag(type) {}
 
 VXSwfExportAssetsTag::~VXSwfExportAssetsTag() = default;
 
 VXErrorCodeEnum VXSwfExportAssetsTag::LoadDataFromStream(VXBitStream& in) {
-    VX_RETURN_IF_FAILED(in.ReadWord(m_NumAssets));
-    // A small count has its entries even where the data ends early. A large one may lie.
-    const std::size_t size = std::min<std::size_t>(m_NumAssets, std::max(in.GetRemaining(), kSmallCount));
-    m_Ids.assign(size, 0);
-    m_Names.assign(size, VXString());
-    for (std::size_t i = 0; i < size; ++i) {
-        VX_RETURN_IF_FAILED(in.ReadWord(m_Ids[i]));
-        VX_RETURN_IF_FAILED(in.ReadVXString(m_Names[i]));
-    }
-    return size == m_NumAssets ? kVXSuccess : kVXFailure;
+    m_Ids.clear();
+    m_Names.clear();
+    return VXLoadNames(in, m_NumAssets, m_Ids, m_Names);
 }
 
 VXErrorCodeEnum VXSwfExportAssetsTag::DumpFields(VXBitStream& body) const {
-    VX_RETURN_IF_FAILED(body.WriteWord(m_NumAssets));
-    const std::size_t count = std::min<std::size_t>({m_NumAssets, m_Ids.size(), m_Names.size()});
-    for (std::size_t i = 0; i < count; ++i) {
-        VX_RETURN_IF_FAILED(body.WriteWord(m_Ids[i]));
-        VX_RETURN_IF_FAILED(body.WriteVXString(m_Names[i]));
-    }
-    return kVXSuccess;
+    return VXDumpNames(body, m_NumAssets, m_Ids, m_Names);
 }
 
 VXErrorCodeEnum VXSwfExportAssetsTag::DumpToStream(VXBitStream& out) {
@@ -56,12 +37,7 @@ void VXSwfExportAssetsTag::UpdateReferenceIDs(VXFlintIDMap* map) {
 }
 
 VXErrorCodeEnum VXSwfExportAssetsTag::AddCharacterIdnName(unsigned short id, const VXString& name) {
-    if (m_NumAssets == kMostAssets) return kVXFailure;
-    m_Names.resize(m_Ids.size());  // a name whose ID found no memory
-    m_Names.push_back(name);
-    m_Ids.push_back(id);
-    ++m_NumAssets;
-    return kVXSuccess;
+    return VXAppendName(m_NumAssets, m_Ids, m_Names, id, name);
 }
 
 unsigned short VXSwfExportAssetsTag::GetAssetIDByIndex(unsigned int index) const {

@@ -8,8 +8,8 @@
 ///
 ///     type 56:  m_NumAssets u16, (m_Ids u16, m_Names str) ...
 ///
-/// The two sequences are parallel, and `m_NumAssets` is the count that is written; whoever sets the fields
-/// keeps the three equal. What is walked never goes beyond a sequence.
+/// The two sequences are parallel, and `m_NumAssets` says how much of them is written; whoever sets the
+/// fields keeps the three equal. What is walked never goes beyond a sequence, and a dump counts what it writes.
 class VXSWF_API VXSwfExportAssetsTag : public VXSwfControlTag {
 public:
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;

@@ -9,7 +9,8 @@
 ///     type 76:  m_NumSymbols u16, (m_Ids u16, m_Names str) ...
 ///
 /// The header is always a long one. The two sequences are parallel, and `m_NumSymbols` says how much of them
-/// counts; whoever sets the fields keeps the three equal. What is walked never goes beyond a sequence.
+/// counts; whoever sets the fields keeps the three equal. What is walked never goes beyond a sequence, and a
+/// dump counts what it writes.
 class VXSWF_API VXSwfSymbolClassTag : public VXSwfControlTag {
 public:
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
