@@ -11,6 +11,7 @@
 
 #include "bitstream/VXPool.h"
 #include "media/CQuantizer.h"
+#include "platform/VXAssert.h"
 
 namespace {
 
@@ -21,15 +22,19 @@ constexpr unsigned int kTrueColorFormat = 5;
 constexpr std::size_t kPixelSize = 4;
 constexpr std::size_t kPixelSize16 = 2;
 
-/// The uncompressed block, written from front to back. It has no bytes when they cannot be had.
+/// The uncompressed block, written from front to back. Without memory, and beyond what deflate takes, it has no
+/// bytes, and that is reported as deflate reports its failures.
 class Block {
 public:
     Block(std::size_t stride, std::size_t height, std::size_t tableSize)
         : m_Padding((0 - stride) & 3), m_Size((stride + m_Padding) * std::uint64_t{height} + tableSize) {
-        if (m_Size > UINT_MAX) return;
-        m_Bytes.reset(new (std::nothrow) unsigned char[m_Size]);
+        if (m_Size <= UINT_MAX) m_Bytes.reset(new (std::nothrow) unsigned char[m_Size]);
         m_Next = m_Bytes.get();
-        if (m_Next != nullptr) VXPool::PreferHugePages(m_Next, m_Size);
+        if (m_Next != nullptr) {
+            VXPool::PreferHugePages(m_Next, m_Size);
+        } else {
+            VXAssertFail("compress2 returned failure");
+        }
     }
 
     explicit operator bool() const { return m_Bytes != nullptr; }
@@ -95,7 +100,7 @@ VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::CreateImage(const VXImage& image, V
     if (pixels == nullptr) return kVXSuccess;
     const std::size_t tableSize = palette.size() * kPixelSize;
     Block block(palette.empty() ? BitmapWidth * kPixelSize : BitmapWidth, BitmapHeight, tableSize);
-    if (!block) return kVXSuccess;
+    if (!block) return kVXFailure;
     for (const CQuantizer::Color& color : palette)
         std::memcpy(block.Take(kPixelSize), color.data(), kPixelSize);
     for (std::size_t y = 0; y < BitmapHeight; ++y) {
@@ -113,12 +118,12 @@ VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::CreateImage(const VXImage& image, V
 VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::CreateImage(const VXImage16BPP& image) {
     SetSize(image.GetWidth(), image.GetHeight());
     BitmapFormat = kFifteenBitFormat;
+    ZlibBitmapData = VXByteBlock();
     const unsigned char* pixels = image.GetBuffer();
     if (pixels == nullptr) return kVXFailure;
-    ZlibBitmapData = VXByteBlock();
     const std::size_t stride = BitmapWidth * kPixelSize16;
     Block block(stride, BitmapHeight, 0);
-    if (!block) return kVXSuccess;
+    if (!block) return kVXFailure;
     for (std::size_t y = 0; y < BitmapHeight; ++y) {
         unsigned char* row = block.Take(stride);
         std::memcpy(row, pixels + y * image.GetWidth() * kPixelSize16, stride);
