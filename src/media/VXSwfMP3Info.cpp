@@ -80,12 +80,13 @@ int VXSwfMP3FrameHeader::GetSampleRate() const {
 }
 
 unsigned int VXSwfMP3FrameHeader::GetFrameLength() const {
-    if (VersionId == kVersionReserved || GetLayer() == 0) return 0;
-    const int bitrate = GetKilobits() == kInvalid ? kInvalid : GetKilobits() * 1000;
+    const int kilobits = GetKilobits();
     const int rate = GetSampleRate();
+    if (kilobits == kInvalid || rate == kInvalid) return 0;
     const int padding = Padding != 0 ? 1 : 0;
-    const int length = GetLayer() == 1 ? (bitrate * 12 / rate + padding) * 4 : bitrate * 144 / rate + padding;
-    return static_cast<unsigned int>(std::max(length, 0));
+    const int length = GetLayer() == 1 ? (kilobits * 12000 / rate + padding) * 4  //
+                                       : kilobits * 144000 / rate + padding;
+    return static_cast<unsigned int>(length);
 }
 
 /// The part of the stream that searches look at.

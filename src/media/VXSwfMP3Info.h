@@ -27,12 +27,10 @@ public:
     int GetKilobits() const;
     /// Hertz; -1 for the invalid index and for the reserved version.
     int GetSampleRate() const;
-    /// Bytes to the next frame; 0 for a header without version or layer.
+    /// Bytes to the next frame; 0 for a header without version, layer, bit rate or sample rate.
     ///
     /// Kept: Layer III counts as having 1152 samples a frame in MPEG-2 and 2.5 too, so that the answer is the
-    /// length of two frames there. A frame of the free format has the length of its padding. The marks of an
-    /// invalid bitrate and sample rate, -1 bits a second and -1 hertz, are numbers like any other; what is
-    /// negative then counts as 0.
+    /// length of two frames there. A frame of the free format has the length of its padding.
     unsigned int GetFrameLength() const;
 
     unsigned int Sync = 0;

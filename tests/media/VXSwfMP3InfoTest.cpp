@@ -73,8 +73,7 @@ TEST(VXSwfMP3Info, MeasuresAFrameInTwoWays) {
         {"FFFB9C00", 0, 0},      // no such sample rate
         {"FFF99000", 0, 0},      // no such layer
         {"FFEB9000", 0, 522},    // no such version. Kept: its size is that of MPEG-2.5
-        {"FFFBF200", 1, 0},      // Kept: the mark of no such bit rate is a number
-        {"FFFFFE00", 52, 0},     // and so is that of no such sample rate
+        {"FFFBF200", 0, 0},      // no such bit rate
     };
     for (const auto& row : rows) {
         EXPECT_EQ(LengthOf(row.header), row.length) << row.header;
@@ -172,7 +171,7 @@ TEST(VXSwfMP3Info, MeasuresSlowlyToTheMiddle) {
     EXPECT_EQ(Slowly(Repeat(10, Frame("FFFF4000", 136))), 5 * 384u);
     EXPECT_EQ(Slowly(Repeat(12, Frame("FFF38000", 208))), 3 * 1152u)
         << "MPEG-2: each length spans two frames";
-    EXPECT_EQ(Slowly(Repeat(1000, 0xFF)), 10 * 384u) << "Kept: two marks of what is invalid make 52 bytes";
+    EXPECT_EQ(Slowly(Repeat(3000, 0xFF)), 0u) << "no bit rate and no sample rate";
     EXPECT_EQ(Slowly(Join({Hex("FFEB9000 FFF99000"), Frame("FFFB9000", 417), Repeat(1000, 0)})), 1152u);
 }
 
