@@ -10,7 +10,7 @@ VXErrorCodeEnum VXSwfDefineButtonSoundTag::LoadDataFromStream(VXBitStream& in) {
     VX_RETURN_IF_FAILED(in.ReadWord(ButtonId));
     for (unsigned int i = 0; i < kNumSounds; ++i) {
         VX_RETURN_IF_FAILED(in.ReadWord(ButtonSoundChar[i]));
-        // An info that ends early leaves nothing for the next ID, and that one reports it.
+        // An info that ends early leaves nothing, so that the next ID fails. Behind the last one nothing does.
         if (ButtonSoundChar[i] != 0) VXIgnore(ButtonSoundInfo[i].LoadFromStream(in));
     }
     return kVXSuccess;
