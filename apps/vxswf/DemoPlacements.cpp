@@ -92,8 +92,8 @@ void TurnByScript(VXSwfPlaceObject2Tag& place) {
     handler->EventFlags.ClipEventEnterFrame = 1;
     handler->ActionRecordSize = script.GetSize();
     handler->Actions.Copy(script.GetActions(), 0);
-    place.GetClipActions().AllEventFlags.ClipEventEnterFrame = 1;
-    place.GetClipActions().ClipActionRecords.push_back(handler);
+    place.EditClipActions().AllEventFlags.ClipEventEnterFrame = 1;
+    place.EditClipActions().ClipActionRecords.push_back(handler);
 }
 
 void AddSprites(DemoStage& stage) {

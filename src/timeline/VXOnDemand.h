@@ -20,7 +20,7 @@ public:
     ~VXOnDemand() = default;
 
     /// Makes the value at the first call.
-    T& Get() {
+    T& Edit() {
         if (m_Box == nullptr) m_Box = std::make_unique<Box>();
         return m_Box->value;
     }

@@ -53,7 +53,7 @@ unsigned char VXSwfPlaceObject2Tag::GetFlags() const {
 void VXSwfPlaceObject2Tag::DeriveFlags() {
     if (CharacterId != 0) HasCharacter = 1;
     HasName = Name.empty() ? 0 : 1;
-    if (Extras.Read().ClipActions.Read().IsNonEmpty() != 0) HasClipActions = 1;
+    if (GetClipActions().IsNonEmpty() != 0) HasClipActions = 1;
 }
 
 VXErrorCodeEnum VXSwfPlaceObject2Tag::LoadDataFromStream(VXBitStream& in) {
@@ -66,7 +66,7 @@ VXErrorCodeEnum VXSwfPlaceObject2Tag::LoadDataFromStream(VXBitStream& in) {
     if (HasClipDepth != 0) VX_RETURN_IF_FAILED(in.ReadWord(ClipDepth));
     if (HasClipActions == 0) return kVXSuccess;
     if (GetFLVersion() < kFirstVersionWithRawActions) {
-        return GetClipActions().LoadFromStream(in, GetFLVersion());
+        return EditClipActions().LoadFromStream(in, GetFLVersion());
     }
     unsigned int size = in.GetRemaining();
     RawClipActions = VXByteBlock::Allocate(size);
@@ -89,20 +89,20 @@ VXErrorCodeEnum VXSwfPlaceObject2Tag::LoadAppearance(VXBitStream& in) {
         StoreMatrix(matrix);
         VX_RETURN_IF_FAILED(result);
     }
-    if (HasColorTransform != 0) VX_RETURN_IF_FAILED(GetCxForm().LoadFromStream(in));
+    if (HasColorTransform != 0) VX_RETURN_IF_FAILED(EditCxForm().LoadFromStream(in));
     if (HasRatio != 0) VX_RETURN_IF_FAILED(in.ReadWord(Ratio));
     return HasName != 0 ? in.ReadVXString(Name) : kVXSuccess;
 }
 
 VXErrorCodeEnum VXSwfPlaceObject2Tag::DumpAppearance(VXBitStream& body) {
     if (HasMatrix != 0) VX_RETURN_IF_FAILED(DumpMatrix(body));
-    if (HasColorTransform != 0) VX_RETURN_IF_FAILED(Extras.Read().CxForm.DumpToStream(body));
+    if (HasColorTransform != 0) VX_RETURN_IF_FAILED(GetCxForm().DumpToStream(body));
     if (HasRatio != 0) VX_RETURN_IF_FAILED(body.WriteWord(Ratio));
     return HasName != 0 ? body.WriteVXString(Name) : kVXSuccess;
 }
 
 VXErrorCodeEnum VXSwfPlaceObject2Tag::DumpMatrix(VXBitStream& body) {
-    if (HasUnusualMatrix()) return Extras.Get().UnusualMatrix.Get().DumpToStream(body);
+    if (HasUnusualMatrix()) return Extras.Edit().UnusualMatrix.Edit().DumpToStream(body);
     VXFlintMatrix matrix = Matrix.Get();
     const VXErrorCodeEnum result = matrix.DumpToStream(body);
     Matrix.SetWidths(matrix);
@@ -134,9 +134,9 @@ void VXSwfPlaceObject2Tag::SetDepth(unsigned short depth, short adjustClip) {
 
 void VXSwfPlaceObject2Tag::StoreMatrix(const VXFlintMatrix& matrix) {
     if (!Matrix.Set(matrix)) {
-        Extras.Get().UnusualMatrix.Get() = matrix;
+        Extras.Edit().UnusualMatrix.Edit() = matrix;
     } else if (Extras.IsMade()) {
-        Extras.Get().UnusualMatrix.Reset();
+        Extras.Edit().UnusualMatrix.Reset();
     }
 }
 
@@ -147,11 +147,11 @@ void VXSwfPlaceObject2Tag::SetMatrix(const VXFlintMatrix& matrix) {
 
 void VXSwfPlaceObject2Tag::SetCxForm(const VXFlintCxForm* cxForm) {
     HasColorTransform = 1;
-    if (cxForm != nullptr) GetCxForm() = *cxForm;
+    if (cxForm != nullptr) EditCxForm() = *cxForm;
 }
 
 void VXSwfPlaceObject2Tag::SetAlpha(unsigned int alpha) {
-    VXFlintCxForm& cxForm = GetCxForm();
+    VXFlintCxForm& cxForm = EditCxForm();
     HasColorTransform = 1;
     cxForm.HasMultTerms = 1;
     cxForm.RedMultTerm = 256;
@@ -281,7 +281,7 @@ void VXSwfPlaceObject2Tag::GetTextInfo(VXString& text) {
     if (HasColorTransform == 0) {
         start += " - No Colorx";
     } else {
-        AppendCxForm(start, Extras.Read().CxForm);
+        AppendCxForm(start, GetCxForm());
     }
     text += start.c_str();
     if (!Name.empty()) {
@@ -302,7 +302,7 @@ void VXSwfPlaceObject2Tag::GetTextInfo(VXString& text) {
     if (HasClipActions == 0) {
         rest += "No actions";
     } else {
-        AppendEvents(rest, Extras.Read().ClipActions.Read().AllEventFlags);
+        AppendEvents(rest, GetClipActions().AllEventFlags);
     }
     text += rest.c_str();
 }

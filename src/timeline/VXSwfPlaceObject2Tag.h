@@ -24,11 +24,11 @@ class VXSizeNPositionData;
 ///               ClipDepth u16                    when HasClipDepth
 ///               ClipActions VXFlintClipActions   when HasClipActions
 ///
-/// From version 6 on, clip actions are carried as the bytes that they were and not parsed. Every dump takes
-/// the long header.
+/// From version 6 on, clip actions are carried as the bytes that they were and not parsed. They do not survive
+/// `Copy`, which takes them for those of an older version. Every dump takes the long header.
 ///
-/// Placements come by the hundred thousand: colour transform and clip actions take memory from the first time
-/// on that they are loaded or asked for in order to be changed.
+/// Placements come by the hundred thousand: colour transform and clip actions take memory once they are loaded
+/// or asked for in order to be changed, and reading them takes none.
 class VXSWF_API VXSwfPlaceObject2Tag : public VXSwfControlTag {
 public:
     // Copies share the handlers of `ClipActions` and the raw bytes.
@@ -69,9 +69,9 @@ public:
     ///
     /// Kept: null sets `HasColorTransform` too and leaves the transform as it is.
     void SetCxForm(const VXFlintCxForm* cxForm);
-    /// Makes the transform at the first call; does not touch `HasColorTransform`.
-    VXFlintCxForm& GetCxForm() { return Extras.Get().CxForm; }
     const VXFlintCxForm& GetCxForm() const { return Extras.Read().CxForm; }
+    /// Takes memory for the transform at the first call; does not touch `HasColorTransform`.
+    VXFlintCxForm& EditCxForm() { return Extras.Edit().CxForm; }
     /// Multiplies alpha by `alpha` / 256 and leaves the colours as they are, and the add terms too.
     void SetAlpha(unsigned int alpha);
     /// Depths up to this one are masked by the character. 0 clears `HasClipDepth`, any other sets it.
@@ -83,9 +83,9 @@ public:
     /// The name, whatever `HasName` says.
     const VXString& GetName() const { return Name; }
     short GetHasName() const { return HasName; }
-    /// Makes them at the first call; does not touch `HasClipActions`.
-    VXFlintClipActions& GetClipActions() { return Extras.Get().ClipActions.Get(); }
     const VXFlintClipActions& GetClipActions() const { return Extras.Read().ClipActions.Read(); }
+    /// Takes memory for them at the first call; does not touch `HasClipActions`.
+    VXFlintClipActions& EditClipActions() { return Extras.Edit().ClipActions.Edit(); }
 
     /// Resizes the object about its own origin by the quotients of new and old extents; an extent that stays
     /// counts as a factor of 1. The position stays. Sets `HasMatrix` and all widths of the matrix to 32.

@@ -106,7 +106,7 @@ void VXSwfPlaceObject3Tag::SetDepth(unsigned short depth, short adjustClip) {
 
 void VXSwfPlaceObject3Tag::SetStaticEffectVector(const std::vector<VXFlintFilter*>& filters) {
     if (filters.empty() && StaticEffects.Read().current.empty()) return;
-    Effects& effects = StaticEffects.Get();
+    Effects& effects = StaticEffects.Edit();
     // All memory first: a filter that has been held once is deleted with its last holder.
     std::vector<VXFlintHeld<VXFlintFilter>> taken;
     taken.reserve(filters.size());

@@ -58,12 +58,12 @@ TEST(VXSwfPlaceObject2Tag, FlagsStayOnceTheyAreSet) {
     tag->SetReferencedID(7);
     tag->SetName(VXString("n"));
     tag->SetName(VXString());
-    tag->GetClipActions().ClipActionRecords.push_back(new VXFlintClipActionRecord);
+    tag->EditClipActions().ClipActionRecords.push_back(new VXFlintClipActionRecord);
     EXPECT_EQ(tag->HasCharacter, 0) << "until the dump";
     EXPECT_EQ(DumpOf(*tag),
               Long("A2 00 00 07 00 6E 00  00 00 00 00 00 00  00 00 00 00 00 00 00 00 00 00 00 00 00"));
     tag->SetReferencedID(0);
-    tag->GetClipActions().ClipActionRecords = {};
+    tag->EditClipActions().ClipActionRecords = {};
     EXPECT_EQ(DumpOf(*tag), Long("A2 00 00 00 00 6E 00  00 00 00 00 00 00  00 00 00 00"));
     VXString name("mine");
     NewTag<Tag>(26)->GetName(name);
@@ -74,8 +74,8 @@ TEST(VXSwfPlaceObject2Tag, TakesAColourTransform) {
     const auto tag = NewTag<Tag>(26);
     tag->SetCxForm(nullptr);
     EXPECT_EQ(DumpOf(*tag), Long("08 00 00 00")) << "Kept: the flag, and a fresh transform";
-    tag->GetCxForm().HasAddTerms = 1;
-    tag->GetCxForm().BlueAddTerm = 1;
+    tag->EditCxForm().HasAddTerms = 1;
+    tag->EditCxForm().BlueAddTerm = 1;
     tag->SetAlpha(128);
     EXPECT_EQ(DumpOf(*tag),
               LongTagBytes(26, Join({Hex("08 00 00"), Bits("1 1 1010"
@@ -180,9 +180,9 @@ TEST(VXSwfPlaceObject2Tag, GivesEveryMatrixBackAsItWas) {
 
 TEST(VXSwfPlaceObject2Tag, CopiesStandAlone) {
     auto tag = Load(Hex("C8 01 00 00 09 00 01 02 03"));
-    tag->GetClipActions().ClipActionRecords.push_back(new VXFlintClipActionRecord);
+    tag->EditClipActions().ClipActionRecords.push_back(new VXFlintClipActionRecord);
     Tag copy(*tag);
-    tag->GetCxForm().HasAddTerms = 1;
+    tag->EditCxForm().HasAddTerms = 1;
     EXPECT_EQ(copy.GetCxForm().HasAddTerms, 0);
     tag.reset();
     const auto other = NewTag<Tag>(26);
@@ -204,8 +204,8 @@ TEST(VXSwfPlaceObject2Tag, DescribesItself) {
     matrix.TranslateY = -60.1;
     tag->SetMatrix(matrix);
     tag->SetAlpha(300);
-    tag->GetClipActions().AllEventFlags.ClipEventKeyPress = 1;
-    tag->GetClipActions().AllEventFlags.ClipEventDragOut = 1;
+    tag->EditClipActions().AllEventFlags.ClipEventKeyPress = 1;
+    tag->EditClipActions().AllEventFlags.ClipEventDragOut = 1;
     EXPECT_EQ(TextOf(*tag),
               "TAG_PLACEOBJECT2(26) - wDepth=1 - NScaleBits=32 - ScaleX=1.0 - ScaleY=65536.65535"
               " - =NRotateBits32 - RotateSkew0=2.32768 - RotateSkew1=0.0 - TX(px)=2 - TY(px)=-3 - No cx Add "
