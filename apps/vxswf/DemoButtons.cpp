@@ -4,7 +4,6 @@ namespace {
 
 constexpr int kButtonWidth = 180;
 constexpr int kButtonHeight = 44;
-constexpr unsigned int kSpaceBar = 32;
 
 /// What a button plays when it is pressed.
 void AddSound(DemoStage& stage, const VXSwfDefineButton2Tag& button, const VXSwfDefineSoundTag& sound,
@@ -53,19 +52,19 @@ void AddDemoButtons(DemoStage& stage) {
     sound.IncludeMP3Sound(&bytes, 0);
 
     VXSwfDefineButton2Tag& once = stage.DefineButton("Press me", kButtonWidth, kButtonHeight);
-    DemoStage::AddAction(once, kSpaceBar,
+    DemoStage::AddAction(once, kVXKeySpace,
                          DemoScript()
                              .Push("clicks")
                              .Push("clicks")
-                             .Do(DemoScript::kGetVariable)
+                             .Do(kVXActionGetVariable)
                              .Push(1)
-                             .Do(DemoScript::kAdd)
-                             .Do(DemoScript::kSetVariable));
+                             .Do(kVXActionAdd2)
+                             .Do(kVXActionSetVariable));
     AddSound(stage, once, sound, {});
     VXSwfDefineButton2Tag& wandering = stage.DefineButton("Press me too", kButtonWidth, kButtonHeight);
     AddSound(stage, wandering, sound, Wandering());
     VXSwfDefineButton2Tag& silence = stage.DefineButton("Silence", kButtonWidth, kButtonHeight);
-    DemoStage::AddAction(silence, 0, DemoScript().Do(DemoScript::kStopSounds));
+    DemoStage::AddAction(silence, 0, DemoScript().Do(kVXActionStopSounds));
 
     const struct {
         const VXSwfDefineButton2Tag& button;
@@ -80,7 +79,7 @@ void AddDemoButtons(DemoStage& stage) {
         left += 204;
     }
 
-    stage.AddScript(DemoScript().Push("clicks").Push(0).Do(DemoScript::kSetVariable));
+    stage.AddScript(DemoScript().Push("clicks").Push(0).Do(kVXActionSetVariable));
     VXSwfDefineEditTextTag& count = stage.DefineField(60, 26);
     count.SetVariable("clicks");
     count.SetReadOnly(1);

@@ -84,10 +84,10 @@ void TurnByScript(VXSwfPlaceObject2Tag& place) {
                                   .Push(kRotation)
                                   .Push("")
                                   .Push(kRotation)
-                                  .Do(DemoScript::kGetProperty)
+                                  .Do(kVXActionGetProperty)
                                   .Push(5)
-                                  .Do(DemoScript::kAdd)
-                                  .Do(DemoScript::kSetProperty);
+                                  .Do(kVXActionAdd2)
+                                  .Do(kVXActionSetProperty);
     auto* handler = new VXFlintClipActionRecord;
     handler->EventFlags.ClipEventEnterFrame = 1;
     handler->ActionRecordSize = script.GetSize();

@@ -4,10 +4,6 @@
 
 namespace {
 
-constexpr unsigned char kGoToLabel = 0x8C;
-constexpr unsigned char kPush = 0x96;
-constexpr unsigned char kDefineFunction = 0x9B;
-
 std::string Text(std::string_view text) { return std::string(text) + '\0'; }
 
 std::string Word(unsigned int value) {
@@ -16,20 +12,18 @@ std::string Word(unsigned int value) {
 
 }  // namespace
 
-DemoScript& DemoScript::Do(Code code) { return Do(code, {}); }
-
-DemoScript& DemoScript::Push(std::string_view text) { return Do(kPush, '\0' + Text(text)); }
+DemoScript& DemoScript::Push(std::string_view text) { return Do(kVXActionPush, '\0' + Text(text)); }
 
 DemoScript& DemoScript::Push(int number) {
     const auto bits = static_cast<unsigned int>(number);
-    return Do(kPush, '\7' + Word(bits) + Word(bits >> 16));
+    return Do(kVXActionPush, '\7' + Word(bits) + Word(bits >> 16));
 }
 
-DemoScript& DemoScript::GoTo(std::string_view label) { return Do(kGoToLabel, Text(label)); }
+DemoScript& DemoScript::GoTo(std::string_view label) { return Do(kVXActionGotoLabel, Text(label)); }
 
 DemoScript& DemoScript::Define(std::string_view name, std::string_view argument, const DemoScript& body) {
     // The body stands behind the definition, which counts its bytes, and has no end of its own.
-    Do(kDefineFunction, Text(name) + Word(1) + Text(argument) + Word(body.GetSize() - 1));
+    Do(kVXActionDefineFunction, Text(name) + Word(1) + Text(argument) + Word(body.GetSize() - 1));
     m_Actions.Copy(body.m_Actions, 0);
     return *this;
 }
@@ -45,7 +39,7 @@ unsigned int DemoScript::GetSize() const {
     return bytes.GetSize();
 }
 
-DemoScript& DemoScript::Do(unsigned char code, std::string_view operands) {
+DemoScript& DemoScript::Do(VXActionCodeEnum code, std::string_view operands) {
     auto* action = new VXFlintActionRecord(code);
     if (!operands.empty()) {
         action->SetData(reinterpret_cast<const unsigned char*>(operands.data()),

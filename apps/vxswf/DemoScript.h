@@ -7,22 +7,7 @@
 /// Puts the actions of a script together, one behind the other. Texts are of ASCII.
 class DemoScript {
 public:
-    /// Actions without operands; what they need lies on the player's stack.
-    enum Code : unsigned char {
-        kNextFrame = 0x04,
-        kPreviousFrame = 0x05,
-        kStop = 0x07,
-        kStopSounds = 0x09,
-        kPop = 0x17,
-        kGetVariable = 0x1C,
-        kSetVariable = 0x1D,
-        kGetProperty = 0x22,
-        kSetProperty = 0x23,
-        kAdd = 0x47,  ///< numbers, or texts end to end
-        kCallMethod = 0x52,
-    };
-
-    DemoScript& Do(Code code);
+    DemoScript& Do(VXActionCodeEnum code, std::string_view operands = {});
     DemoScript& Push(std::string_view text);
     DemoScript& Push(int number);
     /// Goes to a frame and stops there.
@@ -36,7 +21,5 @@ public:
     unsigned int GetSize() const;
 
 private:
-    DemoScript& Do(unsigned char code, std::string_view operands);
-
     VXFlintActionRecords m_Actions;
 };

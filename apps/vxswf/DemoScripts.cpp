@@ -26,7 +26,7 @@ void AddVariable(DemoStage& stage, const char* caption, const char* variable, do
 }
 
 DemoScript SetVariable(const char* name, const char* value) {
-    return DemoScript().Push(name).Push(value).Do(DemoScript::kSetVariable);
+    return DemoScript().Push(name).Push(value).Do(kVXActionSetVariable);
 }
 
 /// Scripts of three kinds, each of which sets a variable.
@@ -39,9 +39,9 @@ void AddScripts(DemoStage& stage) {
                                 .Push("fromCall")
                                 .Push("called with ")
                                 .Push("number")
-                                .Do(DemoScript::kGetVariable)
-                                .Do(DemoScript::kAdd)
-                                .Do(DemoScript::kSetVariable);
+                                .Do(kVXActionGetVariable)
+                                .Do(kVXActionAdd2)
+                                .Do(kVXActionSetVariable);
     stage.AddScript(DemoScript().Define("tell", "number", body).Call("tell", 8));
 
     AddVariable(stage, "A sprite's first script:", "fromSprite", 162);
@@ -77,10 +77,10 @@ void AddExport(DemoStage& stage) {
                         .Push("badge")
                         .Push(kNumArguments)
                         .Push("holder")
-                        .Do(DemoScript::kGetVariable)
+                        .Do(kVXActionGetVariable)
                         .Push("attachMovie")
-                        .Do(DemoScript::kCallMethod)
-                        .Do(DemoScript::kPop));
+                        .Do(kVXActionCallMethod)
+                        .Do(kVXActionPop));
 }
 
 /// What a player carries and does not show.

@@ -7,8 +7,6 @@ namespace {
 
 constexpr unsigned char kVersion = 9;
 constexpr unsigned short kFramesPerSecond = 12;
-constexpr unsigned int kPageUp = 16;  // keys, as buttons know them
-constexpr unsigned int kPageDown = 17;
 constexpr int kTurnWidth = 90;
 constexpr int kTurnHeight = 28;
 constexpr double kTurnTop = 440;
@@ -64,9 +62,9 @@ DemoStage::DemoStage(const DemoAssets& assets, unsigned int numPages)
     auto& tile = Define<VXSwfDefineBitsLossless2Tag>(VXSwfTagFactory::TAG_DEFINEBITSLOSSLESS2);
     VXIgnore(tile.CreateImage(MakeTile()));  // there are pixels
     m_Tile = &tile;
-    m_Back = &DefineTurn("Back", kPageUp, DemoScript().Do(DemoScript::kPreviousFrame));
-    m_Next = &DefineTurn("Next", kPageDown, DemoScript().Do(DemoScript::kNextFrame));
-    m_First = &DefineTurn("First", kPageDown, DemoScript().GoTo("page1"));
+    m_Back = &DefineTurn("Back", kVXKeyPageUp, DemoScript().Do(kVXActionPreviousFrame));
+    m_Next = &DefineTurn("Next", kVXKeyPageDown, DemoScript().Do(kVXActionNextFrame));
+    m_First = &DefineTurn("First", kVXKeyPageDown, DemoScript().GoTo("page1"));
 }
 
 VXSwfDefineButton2Tag& DemoStage::DefineTurn(const char* text, unsigned int key, const DemoScript& script) {
@@ -80,7 +78,7 @@ void DemoStage::BeginPage(const char* title) {
     m_PageDepths.clear();
     const unsigned int page = m_Movie.GetNumShowFrameTags() + 1;
     AddLabel("page" + std::to_string(page));
-    AddScript(DemoScript().Do(DemoScript::kStop));
+    AddScript(DemoScript().Do(kVXActionStop));
     Write(title, 20, 12, {.size = 24, .widest = 600, .color = kNavy});
     Place(*m_Rule, 20, 48);
     Place(*m_Rule, 20, 432);

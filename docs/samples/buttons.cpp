@@ -21,7 +21,7 @@ void AddButton(VXFlintFile& movie, Ids& ids) {
 
     auto* released = new VXFlintButtonCondAction;  // the button takes it over, as the list takes the action
     released->CondOverDownToOverUp = 1;
-    released->Actions.PushActionRecord(new VXFlintActionRecord(0x04));  // go to the next frame
+    released->Actions.PushActionRecord(new VXFlintActionRecord(kVXActionNextFrame));
     button.AddButtonAction(released);
     movie.PlaceObject(&button, -1, VXString("next"), 100.0, 100.0, 0, {});
 }

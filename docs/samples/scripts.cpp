@@ -8,9 +8,9 @@ namespace {
 
 void AddScript(VXFlintFile& movie) {
     auto& script = Add<VXSwfDoActionTag>(movie, VXSwfTagFactory::TAG_DOACTION);
-    VXIgnore(script.PushActionRecord(new VXFlintActionRecord(0x07)));  // stop; the tag takes the action over
+    VXIgnore(script.PushActionRecord(new VXFlintActionRecord(kVXActionStop)));  // the tag takes it over
 
-    auto* url = new VXFlintActionRecord(0x83);  // opens an address in a window: two strings, each up to a NUL
+    auto* url = new VXFlintActionRecord(kVXActionGetURL);  // an address and a window, each up to a NUL
     const unsigned char payload[] = "page.html\0_self";
     url->SetData(payload, sizeof payload);
     VXIgnore(script.PushActionRecord(url));
@@ -57,7 +57,7 @@ int main() {
     const VXFlintActionRecords& actions = dynamic_cast<VXSwfDoActionTag&>(**place).m_ActionRecords;
     Expect(actions.size() == 5, "a call takes three actions");
     const VXFlintActionRecord& url = **std::next(actions.begin());
-    Expect(url.m_ActionCode == 0x83 && url.m_Length == 17, "the address is one letter longer");
+    Expect(url.m_ActionCode == kVXActionGetURL && url.m_Length == 17, "the address is one letter longer");
     place = loaded.FindNthTagOfType(VXSwfTagFactory::TAG_DOABC, 1);
     Expect(place != loaded.end() && (*place)->GetTagLen() == 15, "flags, name and bytecode are there");
     return 0;

@@ -86,7 +86,7 @@ public:
     short ReplaceString(const VXString& from, const VXString& to, int& delta);
 
     VXFlintActionData m_ActionData;
-    unsigned char m_ActionCode = 0;  ///< 0 ends a list
+    unsigned char m_ActionCode = 0;  ///< of `VXActionCodeEnum`; 0 ends a list
     unsigned short m_Length = 0;     ///< of the payload as stated on the wire, in bytes
 
 private:

@@ -2,12 +2,9 @@
 
 #include <utility>
 
-namespace {
+#include "scripting/VXActionCodes.h"
 
-constexpr unsigned char kEnd = 0;
-constexpr unsigned char kPop = 0x17;
-constexpr unsigned char kCallFunction = 0x3D;
-constexpr unsigned char kPush = 0x96;
+namespace {
 
 constexpr unsigned char kPushString = 0;
 constexpr unsigned char kPushInteger = 7;
@@ -22,7 +19,7 @@ Extent MeasureList(const unsigned char* bytes, unsigned int size) {
     unsigned int at = 0;
     while (at < size) {
         const unsigned char code = bytes[at++];
-        if (code == kEnd) {
+        if (code == kVXActionEnd) {
             extent.length = at;
             return extent;
         }
@@ -87,7 +84,7 @@ VXErrorCodeEnum VXFlintActionRecords::LoadRecords(VXBitStream& in) {
     for (;;) {
         auto record = std::make_unique<VXFlintActionRecord>();
         VX_RETURN_IF_FAILED(record->LoadFromStream(in));
-        if (record->m_ActionCode == kEnd) return kVXSuccess;
+        if (record->m_ActionCode == kVXActionEnd) return kVXSuccess;
         Append(std::move(record));
     }
 }
@@ -99,7 +96,7 @@ VXErrorCodeEnum VXFlintActionRecords::DumpToStream(VXBitStream& out) const {
         return kVXSuccess;
     }
     for (const VXFlintActionRecord* record : m_Records) VXIgnore(record->DumpToStream(out));
-    VXIgnore(out.WriteByte(kEnd));
+    VXIgnore(out.WriteByte(kVXActionEnd));
     return kVXSuccess;
 }
 
@@ -133,10 +130,11 @@ void VXFlintActionRecords::PushActionRecord(VXFlintActionRecord* record) {
 
 void VXFlintActionRecords::Copy(const VXFlintActionRecords& source, short beforeEnd) {
     Unpack();
-    const bool keepsEnd = beforeEnd != 0 && !m_Records.empty() && m_Records.back()->m_ActionCode == kEnd;
+    const bool keepsEnd =
+        beforeEnd != 0 && !m_Records.empty() && m_Records.back()->m_ActionCode == kVXActionEnd;
     VXFlintActionRecords copies;
     for (const VXFlintActionRecord* record : source) {
-        if (keepsEnd && record->m_ActionCode == kEnd) continue;
+        if (keepsEnd && record->m_ActionCode == kVXActionEnd) continue;
         copies.Append(std::unique_ptr<VXFlintActionRecord>(record->Copy()));
     }
     m_Records.insert(m_Records.end() - (keepsEnd ? 1 : 0), copies.m_Records.begin(), copies.m_Records.end());
@@ -151,9 +149,9 @@ void VXFlintActionRecords::InsertCallFunction(VXString name, int argument) {
     VXIgnore(payload.WriteDWord(1));  // the number of arguments
     VXIgnore(payload.WriteByte(kPushString));
     VXIgnore(payload.WriteVXString(name));
-    AddActionToList(kPush, payload.GetBuffer(), payload.GetSize());
-    AddActionToList(kCallFunction, nullptr, 0);
-    AddActionToList(kPop, nullptr, 0);
+    AddActionToList(kVXActionPush, payload.GetBuffer(), payload.GetSize());
+    AddActionToList(kVXActionCallFunction, nullptr, 0);
+    AddActionToList(kVXActionPop, nullptr, 0);
 }
 
 short VXFlintActionRecords::AddActionToList(unsigned char code, const unsigned char* data,

@@ -21,7 +21,7 @@ public:
     static void ResetOffset(VXBitStream& out, int position, unsigned short value);
 
     unsigned short CondActionSize = 0;
-    unsigned int CondKeyPress = 0;  ///< code of a key, 0 for none
+    unsigned int CondKeyPress = 0;  ///< of `VXKeyCodeEnum`, 0 for none
     short CondOverDownToIdle = 0;
     short CondIdleToOverDown = 0;
     short CondOutDownToIdle = 0;

@@ -68,7 +68,7 @@ public:
     /// Kept: a load does not look at it and a dump does not bring it up to date. Whoever changes the actions
     /// does.
     unsigned int ActionRecordSize = 0;
-    unsigned char KeyCode = 0;
+    unsigned char KeyCode = 0;  ///< of `VXKeyCodeEnum`
     VXFlintActionRecords Actions;
 
 private:
