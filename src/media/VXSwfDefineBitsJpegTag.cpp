@@ -32,16 +32,11 @@ VXErrorCodeEnum VXSwfDefineBitsJpegTag::SetAlphaData(const unsigned char* alpha,
     return kVXSuccess;
 }
 
-VXErrorCodeEnum VXSwfDefineBitsJpegTag::DumpFields(VXBitStream& body) const {
-    if (IsJpeg3Tag() != 0) VX_RETURN_IF_FAILED(body.WriteDWord(JpegData.GetSize()));
-    VX_RETURN_IF_FAILED(body.Write(JpegData.GetBytes(), JpegData.GetSize()));
-    if (IsJpeg3Tag() != 0) VX_RETURN_IF_FAILED(body.Write(AlphaData.GetBytes(), AlphaData.GetSize()));
-    return kVXSuccess;
-}
-
 VXErrorCodeEnum VXSwfDefineBitsJpegTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    BeginBody(body);
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        if (IsJpeg3Tag() != 0) VX_RETURN_IF_FAILED(body.WriteDWord(JpegData.GetSize()));
+        VX_RETURN_IF_FAILED(body.Write(JpegData.GetBytes(), JpegData.GetSize()));
+        if (IsJpeg3Tag() != 0) VX_RETURN_IF_FAILED(body.Write(AlphaData.GetBytes(), AlphaData.GetSize()));
+        return kVXSuccess;
+    });
 }

@@ -37,7 +37,6 @@ private:
     explicit VXSwfDefineBitsJpegTag(enuTagType type);
 
     short IsJpeg3Tag() const;
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
 
     VXByteBlock JpegData;
     VXByteBlock AlphaData;

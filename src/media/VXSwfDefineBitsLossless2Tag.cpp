@@ -150,20 +150,15 @@ void VXSwfDefineBitsLossless2Tag::Deflate(const unsigned char* plain, unsigned i
     ZlibBitmapData = VXByteBlock::CopyOf(deflated, length);
 }
 
-VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::DumpFields(VXBitStream& body) const {
-    VX_RETURN_IF_FAILED(body.WriteByte(static_cast<unsigned char>(BitmapFormat)));
-    VX_RETURN_IF_FAILED(body.WriteWord(BitmapWidth));
-    VX_RETURN_IF_FAILED(body.WriteWord(BitmapHeight));
-    if (BitmapFormat == kPaletteFormat) VX_RETURN_IF_FAILED(body.WriteByte(BitmapColorTableSize));
-    return body.Write(ZlibBitmapData.GetBytes(), ZlibBitmapData.GetSize());
-}
-
 VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    BeginBody(body);
     SetIsLongTag(1);
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteByte(static_cast<unsigned char>(BitmapFormat)));
+        VX_RETURN_IF_FAILED(body.WriteWord(BitmapWidth));
+        VX_RETURN_IF_FAILED(body.WriteWord(BitmapHeight));
+        if (BitmapFormat == kPaletteFormat) VX_RETURN_IF_FAILED(body.WriteByte(BitmapColorTableSize));
+        return body.Write(ZlibBitmapData.GetBytes(), ZlibBitmapData.GetSize());
+    });
 }
 
 void VXSwfDefineBitsLossless2Tag::GetTextInfo(VXString& text) {

@@ -56,7 +56,6 @@ private:
 
     void SetSize(unsigned int width, unsigned int height);
     void Deflate(const unsigned char* plain, unsigned int size);
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
 
     VXByteBlock ZlibBitmapData;
 };

@@ -16,19 +16,15 @@ VXErrorCodeEnum VXSwfDefineButtonSoundTag::LoadDataFromStream(VXBitStream& in) {
     return kVXSuccess;
 }
 
-VXErrorCodeEnum VXSwfDefineButtonSoundTag::DumpFields(VXBitStream& body) {
-    VX_RETURN_IF_FAILED(body.WriteWord(ButtonId));
-    for (unsigned int i = 0; i < kNumSounds; ++i) {
-        VX_RETURN_IF_FAILED(body.WriteWord(ButtonSoundChar[i]));
-        if (ButtonSoundChar[i] != 0) VX_RETURN_IF_FAILED(ButtonSoundInfo[i].DumpToStream(body));
-    }
-    return kVXSuccess;
-}
-
 VXErrorCodeEnum VXSwfDefineButtonSoundTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteWord(ButtonId));
+        for (unsigned int i = 0; i < kNumSounds; ++i) {
+            VX_RETURN_IF_FAILED(body.WriteWord(ButtonSoundChar[i]));
+            if (ButtonSoundChar[i] != 0) VX_RETURN_IF_FAILED(ButtonSoundInfo[i].DumpToStream(body));
+        }
+        return kVXSuccess;
+    });
 }
 
 void VXSwfDefineButtonSoundTag::UpdateReferenceIDs(VXFlintIDMap* map) {

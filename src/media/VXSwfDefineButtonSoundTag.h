@@ -30,6 +30,4 @@ public:
 private:
     friend class VXSwfTagFactory;
     explicit VXSwfDefineButtonSoundTag(enuTagType type);
-
-    VXErrorCodeEnum DumpFields(VXBitStream& body);
 };

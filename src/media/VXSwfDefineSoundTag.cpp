@@ -43,18 +43,13 @@ short VXSwfDefineSoundTag::IncludeMP3Sound(IVXStream* stream, int count) {
     return 1;
 }
 
-VXErrorCodeEnum VXSwfDefineSoundTag::DumpFields(VXBitStream& body) const {
-    VX_RETURN_IF_FAILED(body.WriteBits(SoundFormat & 15u, 4));
-    VX_RETURN_IF_FAILED(body.WriteBits(SoundRate & 3u, 2));
-    VX_RETURN_IF_FAILED(body.WriteBits(SoundSize != 0 ? 1 : 0, 1));
-    VX_RETURN_IF_FAILED(body.WriteBits(SoundType != 0 ? 1 : 0, 1));
-    VX_RETURN_IF_FAILED(body.WriteDWord(SoundSampleCount));
-    return body.Write(SoundData.GetBytes(), SoundData.GetSize());
-}
-
 VXErrorCodeEnum VXSwfDefineSoundTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    BeginBody(body);
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteBits(SoundFormat & 15u, 4));
+        VX_RETURN_IF_FAILED(body.WriteBits(SoundRate & 3u, 2));
+        VX_RETURN_IF_FAILED(body.WriteBits(SoundSize != 0 ? 1 : 0, 1));
+        VX_RETURN_IF_FAILED(body.WriteBits(SoundType != 0 ? 1 : 0, 1));
+        VX_RETURN_IF_FAILED(body.WriteDWord(SoundSampleCount));
+        return body.Write(SoundData.GetBytes(), SoundData.GetSize());
+    });
 }

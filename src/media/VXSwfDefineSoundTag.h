@@ -41,7 +41,5 @@ private:
     friend class VXSwfTagFactory;
     explicit VXSwfDefineSoundTag(enuTagType type);
 
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
-
     VXByteBlock SoundData;
 };

@@ -5,10 +5,10 @@ VXSwfStartSoundTag::VXSwfStartSoundTag(enuTagType type) : VXSwfControlTag(type) 
 VXSwfStartSoundTag::~VXSwfStartSoundTag() = default;
 
 VXErrorCodeEnum VXSwfStartSoundTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(body.WriteWord(SoundId));
-    VX_RETURN_IF_FAILED(SoundInfo.DumpToStream(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteWord(SoundId));
+        return SoundInfo.DumpToStream(body);
+    });
 }
 
 void VXSwfStartSoundTag::StartSound(unsigned short soundId) {

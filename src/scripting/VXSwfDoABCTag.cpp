@@ -21,16 +21,12 @@ VXErrorCodeEnum VXSwfDoABCTag::LoadDataFromStream(VXBitStream& in) {
     return in.Read(m_ABCData.get(), m_ABCDataLen);
 }
 
-VXErrorCodeEnum VXSwfDoABCTag::DumpFields(VXBitStream& body) const {
-    VX_RETURN_IF_FAILED(body.WriteDWord(m_Flags));
-    VX_RETURN_IF_FAILED(body.WriteVXString(m_Name));
-    return m_ABCData == nullptr ? kVXSuccess : body.Write(m_ABCData.get(), m_ABCDataLen);
-}
-
 VXErrorCodeEnum VXSwfDoABCTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteDWord(m_Flags));
+        VX_RETURN_IF_FAILED(body.WriteVXString(m_Name));
+        return m_ABCData == nullptr ? kVXSuccess : body.Write(m_ABCData.get(), m_ABCDataLen);
+    });
 }
 
 VXSwfTag* VXSwfDoABCTag::Copy() {

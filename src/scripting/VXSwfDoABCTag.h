@@ -35,8 +35,6 @@ private:
     friend class VXSwfTagFactory;
     explicit VXSwfDoABCTag(enuTagType type);
 
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
-
     std::unique_ptr<unsigned char[]> m_ABCData;
     unsigned int m_ABCDataLen = 0;
 };

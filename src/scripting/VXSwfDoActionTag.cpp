@@ -8,14 +8,8 @@ VXErrorCodeEnum VXSwfDoActionTag::LoadDataFromStream(VXBitStream& in) {
     return m_ActionRecords.LoadFromStream(in);
 }
 
-VXErrorCodeEnum VXSwfDoActionTag::DumpFields(VXBitStream& body) const {
-    return m_ActionRecords.DumpToStream(body);
-}
-
 VXErrorCodeEnum VXSwfDoActionTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) { return m_ActionRecords.DumpToStream(body); });
 }
 
 VXSwfTag* VXSwfDoActionTag::Copy() {

@@ -29,6 +29,4 @@ public:
 private:
     friend class VXSwfTagFactory;
     explicit VXSwfDoActionTag(enuTagType type);
-
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
 };

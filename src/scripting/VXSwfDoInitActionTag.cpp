@@ -9,15 +9,11 @@ VXErrorCodeEnum VXSwfDoInitActionTag::LoadDataFromStream(VXBitStream& in) {
     return m_ActionRecords.LoadFromStream(in);
 }
 
-VXErrorCodeEnum VXSwfDoInitActionTag::DumpFields(VXBitStream& body) const {
-    VX_RETURN_IF_FAILED(body.WriteWord(m_SpriteId));
-    return m_ActionRecords.DumpToStream(body);
-}
-
 VXErrorCodeEnum VXSwfDoInitActionTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteWord(m_SpriteId));
+        return m_ActionRecords.DumpToStream(body);
+    });
 }
 
 VXSwfTag* VXSwfDoInitActionTag::Copy() {

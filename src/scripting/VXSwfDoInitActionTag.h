@@ -33,6 +33,4 @@ public:
 private:
     friend class VXSwfTagFactory;
     explicit VXSwfDoInitActionTag(enuTagType type);
-
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
 };

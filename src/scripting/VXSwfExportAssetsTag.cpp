@@ -15,14 +15,9 @@ VXErrorCodeEnum VXSwfExportAssetsTag::LoadDataFromStream(VXBitStream& in) {
     return VXLoadNames(in, m_NumAssets, m_Ids, m_Names);
 }
 
-VXErrorCodeEnum VXSwfExportAssetsTag::DumpFields(VXBitStream& body) const {
-    return VXDumpNames(body, m_NumAssets, m_Ids, m_Names);
-}
-
 VXErrorCodeEnum VXSwfExportAssetsTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out,
+                      [this](VXBitStream& body) { return VXDumpNames(body, m_NumAssets, m_Ids, m_Names); });
 }
 
 void VXSwfExportAssetsTag::UpdateReferenceIDs(VXFlintIDMap* map) {

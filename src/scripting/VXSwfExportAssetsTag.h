@@ -35,6 +35,4 @@ public:
 private:
     friend class VXSwfTagFactory;
     explicit VXSwfExportAssetsTag(enuTagType type);
-
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
 };

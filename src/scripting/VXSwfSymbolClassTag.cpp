@@ -13,15 +13,10 @@ VXErrorCodeEnum VXSwfSymbolClassTag::LoadDataFromStream(VXBitStream& in) {
     return VXLoadNames(in, m_NumSymbols, m_Ids, m_Names);
 }
 
-VXErrorCodeEnum VXSwfSymbolClassTag::DumpFields(VXBitStream& body) const {
-    return VXDumpNames(body, m_NumSymbols, m_Ids, m_Names);
-}
-
 VXErrorCodeEnum VXSwfSymbolClassTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
     SetIsLongTag(1);
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out,
+                      [this](VXBitStream& body) { return VXDumpNames(body, m_NumSymbols, m_Ids, m_Names); });
 }
 
 void VXSwfSymbolClassTag::UpdateReferenceIDs(VXFlintIDMap* map) {

@@ -34,7 +34,6 @@ private:
     friend class VXSwfTagFactory;
     explicit VXSwfSymbolClassTag(enuTagType type);
 
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
     /// IDs that count and are there.
     std::size_t CountIds() const;
     /// Index of `id`, or `CountIds()`.

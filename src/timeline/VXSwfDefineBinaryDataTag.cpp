@@ -23,16 +23,11 @@ VXErrorCodeEnum VXSwfDefineBinaryDataTag::LoadDataFromStream(VXBitStream& in) {
     return in.Read(BinaryData.GetBytes(), count);
 }
 
-VXErrorCodeEnum VXSwfDefineBinaryDataTag::DumpFields(VXBitStream& body) const {
-    VX_RETURN_IF_FAILED(body.WriteDWord(0));
-    return body.Write(BinaryData.GetBytes(), BinaryData.GetSize());
-}
-
 VXErrorCodeEnum VXSwfDefineBinaryDataTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    BeginBody(body);
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteDWord(0));
+        return body.Write(BinaryData.GetBytes(), BinaryData.GetSize());
+    });
 }
 
 VXErrorCodeEnum VXSwfDefineBinaryDataTag::SetBinaryData(IVXStream* stream) {

@@ -27,7 +27,5 @@ private:
     friend class VXSwfTagFactory;
     explicit VXSwfDefineBinaryDataTag(enuTagType type);
 
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
-
     VXByteBlock BinaryData;
 };

@@ -78,24 +78,26 @@ VXErrorCodeEnum VXSwfDefineButton2Tag::LoadDataFromStream(VXBitStream& in) {
     return kVXSuccess;
 }
 
-VXErrorCodeEnum VXSwfDefineButton2Tag::DumpFields(VXBitStream& body) {
-    VX_RETURN_IF_FAILED(body.WriteBits(ReservedFlags, 7));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(TrackAsMenu));
-    const unsigned int placeholder = body.GetPosition();
-    VX_RETURN_IF_FAILED(body.WriteWord(ActionOffset));
-    for (VXFlintButtonRecord* record : ButtonRecords) {
-        if (record != nullptr) VX_RETURN_IF_FAILED(record->DumpToStream(body));
-    }
-    VX_RETURN_IF_FAILED(body.WriteByte(0));
-    VX_RETURN_IF_FAILED(DumpButtonActionsToStream(body));
-    if (ActionOffset != 0) {
-        const unsigned int end = body.GetPosition();
-        // Kept: what a load left here is a distance already, and is made one again.
-        VXFlintButtonCondAction::ResetOffset(body, static_cast<int>(placeholder),
-                                             static_cast<unsigned short>(ActionOffset - placeholder));
-        body.SetPosition(end);
-    }
-    return kVXSuccess;
+VXErrorCodeEnum VXSwfDefineButton2Tag::DumpToStream(VXBitStream& out) {
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteBits(ReservedFlags, 7));
+        VX_RETURN_IF_FAILED(body.WriteVXBool16(TrackAsMenu));
+        const unsigned int placeholder = body.GetPosition();
+        VX_RETURN_IF_FAILED(body.WriteWord(ActionOffset));
+        for (VXFlintButtonRecord* record : ButtonRecords) {
+            if (record != nullptr) VX_RETURN_IF_FAILED(record->DumpToStream(body));
+        }
+        VX_RETURN_IF_FAILED(body.WriteByte(0));
+        VX_RETURN_IF_FAILED(DumpButtonActionsToStream(body));
+        if (ActionOffset != 0) {
+            const unsigned int end = body.GetPosition();
+            // Kept: what a load left here is a distance already, and is made one again.
+            VXFlintButtonCondAction::ResetOffset(body, static_cast<int>(placeholder),
+                                                 static_cast<unsigned short>(ActionOffset - placeholder));
+            body.SetPosition(end);
+        }
+        return kVXSuccess;
+    });
 }
 
 void VXSwfDefineButton2Tag::LoadButtonRecordsFromStream(VXBitStream& in) {
@@ -153,13 +155,6 @@ VXErrorCodeEnum VXSwfDefineButton2Tag::DumpButtonActionsToStream(VXBitStream& bo
         body.SetPosition(end);
     }
     return kVXSuccess;
-}
-
-VXErrorCodeEnum VXSwfDefineButton2Tag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    BeginBody(body);
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
 }
 
 void VXSwfDefineButton2Tag::UpdateReferenceIDs(VXFlintIDMap* map) {

@@ -60,7 +60,6 @@ private:
 
     void LoadButtonRecordsFromStream(VXBitStream& in);
     void LoadButtonActionsFromStream(VXBitStream& in);
-    VXErrorCodeEnum DumpFields(VXBitStream& body);
     VXErrorCodeEnum DumpButtonActionsToStream(VXBitStream& body);
     void CopyLists(const VXSwfDefineButton2Tag& other);
 };

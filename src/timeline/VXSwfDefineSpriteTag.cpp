@@ -16,20 +16,15 @@ VXErrorCodeEnum VXSwfDefineSpriteTag::LoadDataFromStream(VXBitStream& in) {
     return kVXSuccess;
 }
 
-VXErrorCodeEnum VXSwfDefineSpriteTag::DumpFields(VXBitStream& body) {
-    VX_RETURN_IF_FAILED(body.WriteWord(static_cast<unsigned short>(GetNumShowFrameTags())));
-    VX_RETURN_IF_FAILED(VXSwfTagSet::DumpToStream(body));
-    const std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)> endTag(
-        VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_END, 0, 0), &VXSwfTagFactory::DeleteTag);
-    return endTag->DumpToStream(body);
-}
-
 VXErrorCodeEnum VXSwfDefineSpriteTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    BeginBody(body);
     SetIsLongTag(1);
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteWord(static_cast<unsigned short>(GetNumShowFrameTags())));
+        VX_RETURN_IF_FAILED(VXSwfTagSet::DumpToStream(body));
+        const std::unique_ptr<VXSwfTag> endTag(
+            VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_END, 0, 0));
+        return endTag->DumpToStream(body);
+    });
 }
 
 void VXSwfDefineSpriteTag::UpdateReferenceIDs(VXFlintIDMap* map) { VXSwfTagSet::UpdateReferenceIDs(map); }

@@ -30,6 +30,4 @@ public:
 private:
     friend class VXSwfTagFactory;
     explicit VXSwfDefineSpriteTag(enuTagType type);
-
-    VXErrorCodeEnum DumpFields(VXBitStream& body);
 };

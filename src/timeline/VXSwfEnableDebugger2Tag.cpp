@@ -5,8 +5,8 @@ VXSwfEnableDebugger2Tag::VXSwfEnableDebugger2Tag(enuTagType type) : VXSwfControl
 VXSwfEnableDebugger2Tag::~VXSwfEnableDebugger2Tag() = default;
 
 VXErrorCodeEnum VXSwfEnableDebugger2Tag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(body.WriteWord(0));
-    VX_RETURN_IF_FAILED(body.WriteByte(0));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteWord(0));
+        return body.WriteByte(0);
+    });
 }

@@ -16,19 +16,15 @@ VXErrorCodeEnum VXSwfFileAttributesTag::LoadDataFromStream(VXBitStream& in) {
     return in.ReadBits(24, skipped);
 }
 
-VXErrorCodeEnum VXSwfFileAttributesTag::DumpFields(VXBitStream& body) const {
-    VX_RETURN_IF_FAILED(body.WriteBits(0, 1));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(HasDirectBlit));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(UseGPU));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(HasMetaData));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(HasAS3));
-    VX_RETURN_IF_FAILED(body.WriteBits(0, 2));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(NetworkAccess));
-    return body.WriteBits(0, 24);
-}
-
 VXErrorCodeEnum VXSwfFileAttributesTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteBits(0, 1));
+        VX_RETURN_IF_FAILED(body.WriteVXBool16(HasDirectBlit));
+        VX_RETURN_IF_FAILED(body.WriteVXBool16(UseGPU));
+        VX_RETURN_IF_FAILED(body.WriteVXBool16(HasMetaData));
+        VX_RETURN_IF_FAILED(body.WriteVXBool16(HasAS3));
+        VX_RETURN_IF_FAILED(body.WriteBits(0, 2));
+        VX_RETURN_IF_FAILED(body.WriteVXBool16(NetworkAccess));
+        return body.WriteBits(0, 24);
+    });
 }

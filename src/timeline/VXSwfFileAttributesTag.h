@@ -35,6 +35,4 @@ public:
 private:
     friend class VXSwfTagFactory;
     explicit VXSwfFileAttributesTag(enuTagType type);
-
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
 };

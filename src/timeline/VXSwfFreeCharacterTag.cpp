@@ -5,9 +5,7 @@ VXSwfFreeCharacterTag::VXSwfFreeCharacterTag(enuTagType type) : VXSwfControlTag(
 VXSwfFreeCharacterTag::~VXSwfFreeCharacterTag() = default;
 
 VXErrorCodeEnum VXSwfFreeCharacterTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(body.WriteWord(CharacterId));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) { return body.WriteWord(CharacterId); });
 }
 
 unsigned short VXSwfFreeCharacterTag::GetReferencedID() const { return CharacterId; }

@@ -73,13 +73,17 @@ VXErrorCodeEnum VXSwfPlaceObject2Tag::LoadDataFromStream(VXBitStream& in) {
     return size == 0 ? kVXSuccess : in.Read(RawClipActions.GetBytes(), size);
 }
 
-VXErrorCodeEnum VXSwfPlaceObject2Tag::DumpFields(VXBitStream& body) {
-    VX_RETURN_IF_FAILED(body.WriteByte(GetFlags()));
-    VX_RETURN_IF_FAILED(body.WriteWord(Depth));
-    if (HasCharacter != 0) VX_RETURN_IF_FAILED(body.WriteWord(CharacterId));
-    VX_RETURN_IF_FAILED(DumpAppearance(body));
-    if (HasClipDepth != 0) VX_RETURN_IF_FAILED(body.WriteWord(ClipDepth));
-    return DumpClipActions(body);
+VXErrorCodeEnum VXSwfPlaceObject2Tag::DumpToStream(VXBitStream& out) {
+    SetIsLongTag(1);
+    DeriveFlags();
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteByte(GetFlags()));
+        VX_RETURN_IF_FAILED(body.WriteWord(Depth));
+        if (HasCharacter != 0) VX_RETURN_IF_FAILED(body.WriteWord(CharacterId));
+        VX_RETURN_IF_FAILED(DumpAppearance(body));
+        if (HasClipDepth != 0) VX_RETURN_IF_FAILED(body.WriteWord(ClipDepth));
+        return DumpClipActions(body);
+    });
 }
 
 VXErrorCodeEnum VXSwfPlaceObject2Tag::LoadAppearance(VXBitStream& in) {
@@ -113,14 +117,6 @@ VXErrorCodeEnum VXSwfPlaceObject2Tag::DumpClipActions(VXBitStream& body) const {
     if (HasClipActions == 0) return kVXSuccess;
     if (!RawClipActions) return GetClipActions().DumpToStream(body);
     return body.Write(RawClipActions.GetBytes(), RawClipActions.GetSize());
-}
-
-VXErrorCodeEnum VXSwfPlaceObject2Tag::DumpToStream(VXBitStream& out) {
-    SetIsLongTag(1);
-    DeriveFlags();
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
 }
 
 unsigned short VXSwfPlaceObject2Tag::GetReferencedID() const { return CharacterId; }

@@ -128,7 +128,6 @@ private:
         VXOnDemand<VXFlintClipActions> ClipActions;
     };
 
-    VXErrorCodeEnum DumpFields(VXBitStream& body);
     VXErrorCodeEnum DumpMatrix(VXBitStream& body);
     void StoreMatrix(const VXFlintMatrix& matrix);
     bool HasUnusualMatrix() const { return Extras.IsMade() && Extras.Read().UnusualMatrix.IsMade(); }

@@ -45,22 +45,32 @@ VXErrorCodeEnum VXSwfPlaceObject3Tag::LoadDataFromStream(VXBitStream& in) {
     return kVXSuccess;
 }
 
-VXErrorCodeEnum VXSwfPlaceObject3Tag::DumpFields(VXBitStream& body) {
-    VX_RETURN_IF_FAILED(body.WriteByte(GetFlags()));
-    VX_RETURN_IF_FAILED(body.WriteBits(0, 3));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(HasImage));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(HasClassName));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(HasCacheAsBitmap));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(HasBlendMode));
-    VX_RETURN_IF_FAILED(body.WriteVXBool16(HasFilterList));
-    VX_RETURN_IF_FAILED(body.WriteWord(Depth));
-    if (HasClassName != 0) VX_RETURN_IF_FAILED(body.WriteVXString(ClassName));
-    if (HasCharacter != 0) VX_RETURN_IF_FAILED(body.WriteWord(CharacterId));
-    VX_RETURN_IF_FAILED(DumpAppearance(body));
-    if (HasClipDepth != 0) VX_RETURN_IF_FAILED(body.WriteWord(ClipDepth));
-    if (HasFilterList != 0) VX_RETURN_IF_FAILED(DumpFilters(body));
-    if (HasBlendMode != 0) VX_RETURN_IF_FAILED(body.WriteByte(0));  // Kept: always the normal mode.
-    return DumpClipActions(body);
+VXErrorCodeEnum VXSwfPlaceObject3Tag::DumpToStream(VXBitStream& out) {
+    SetIsLongTag(1);
+    if (RawBody) {
+        VXBitStream body;
+        body.LoadFromAllocedMem(RawBody.GetBytes(), RawBody.GetSize());
+        return DumpBody(out, body);
+    }
+    DeriveFlags();
+    HasFilterList = StaticEffects.Read().current.empty() ? 0 : 1;
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteByte(GetFlags()));
+        VX_RETURN_IF_FAILED(body.WriteBits(0, 3));
+        VX_RETURN_IF_FAILED(body.WriteVXBool16(HasImage));
+        VX_RETURN_IF_FAILED(body.WriteVXBool16(HasClassName));
+        VX_RETURN_IF_FAILED(body.WriteVXBool16(HasCacheAsBitmap));
+        VX_RETURN_IF_FAILED(body.WriteVXBool16(HasBlendMode));
+        VX_RETURN_IF_FAILED(body.WriteVXBool16(HasFilterList));
+        VX_RETURN_IF_FAILED(body.WriteWord(Depth));
+        if (HasClassName != 0) VX_RETURN_IF_FAILED(body.WriteVXString(ClassName));
+        if (HasCharacter != 0) VX_RETURN_IF_FAILED(body.WriteWord(CharacterId));
+        VX_RETURN_IF_FAILED(DumpAppearance(body));
+        if (HasClipDepth != 0) VX_RETURN_IF_FAILED(body.WriteWord(ClipDepth));
+        if (HasFilterList != 0) VX_RETURN_IF_FAILED(DumpFilters(body));
+        if (HasBlendMode != 0) VX_RETURN_IF_FAILED(body.WriteByte(0));  // Kept: always the normal mode.
+        return DumpClipActions(body);
+    });
 }
 
 VXErrorCodeEnum VXSwfPlaceObject3Tag::DumpFilters(VXBitStream& body) const {
@@ -69,19 +79,6 @@ VXErrorCodeEnum VXSwfPlaceObject3Tag::DumpFilters(VXBitStream& body) const {
     // Kept: a filter that fails does not stop the dump.
     for (const VXFlintFilter* filter : filters) VXIgnore(filter->DumpToStream(body));
     return kVXSuccess;
-}
-
-VXErrorCodeEnum VXSwfPlaceObject3Tag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    SetIsLongTag(1);
-    if (RawBody) {
-        body.LoadFromAllocedMem(RawBody.GetBytes(), RawBody.GetSize());
-        return DumpBody(out, body);
-    }
-    DeriveFlags();
-    HasFilterList = StaticEffects.Read().current.empty() ? 0 : 1;
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
 }
 
 void VXSwfPlaceObject3Tag::PatchRawBody(unsigned int offset, unsigned short value) {

@@ -62,7 +62,6 @@ public:
 private:
     friend class VXSwfTagFactory;
     explicit VXSwfPlaceObject3Tag(enuTagType type);
-    VXErrorCodeEnum DumpFields(VXBitStream& body);
     VXErrorCodeEnum DumpFilters(VXBitStream& body) const;
     void PatchRawBody(unsigned int offset, unsigned short value);
 

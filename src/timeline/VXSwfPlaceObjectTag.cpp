@@ -13,17 +13,13 @@ VXErrorCodeEnum VXSwfPlaceObjectTag::LoadDataFromStream(VXBitStream& in) {
     return in.IsEOF() != 0 ? kVXSuccess : CxForm.LoadFromStream(in);
 }
 
-VXErrorCodeEnum VXSwfPlaceObjectTag::DumpFields(VXBitStream& body) {
-    VX_RETURN_IF_FAILED(body.WriteWord(CharacterId));
-    VX_RETURN_IF_FAILED(body.WriteWord(Depth));
-    VX_RETURN_IF_FAILED(Matrix.DumpToStream(body));
-    return CxForm.DumpToStream(body);
-}
-
 VXErrorCodeEnum VXSwfPlaceObjectTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        VX_RETURN_IF_FAILED(body.WriteWord(CharacterId));
+        VX_RETURN_IF_FAILED(body.WriteWord(Depth));
+        VX_RETURN_IF_FAILED(Matrix.DumpToStream(body));
+        return CxForm.DumpToStream(body);
+    });
 }
 
 VXSwfTag* VXSwfPlaceObjectTag::Copy() {

@@ -34,7 +34,6 @@ public:
 private:
     friend class VXSwfTagFactory;
     explicit VXSwfPlaceObjectTag(enuTagType type);
-    VXErrorCodeEnum DumpFields(VXBitStream& body);
 
     unsigned short Depth = 0;
     unsigned short CharacterId = 0;

@@ -13,15 +13,12 @@ VXErrorCodeEnum VXSwfRemoveObjectTag::LoadDataFromStream(VXBitStream& in) {
     return in.ReadWord(Depth);
 }
 
-VXErrorCodeEnum VXSwfRemoveObjectTag::DumpFields(VXBitStream& body) const {
-    if (GetTagType() == VXSwfTagFactory::TAG_REMOVEOBJECT) VX_RETURN_IF_FAILED(body.WriteWord(CharacterId));
-    return body.WriteWord(Depth);
-}
-
 VXErrorCodeEnum VXSwfRemoveObjectTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(DumpFields(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        if (GetTagType() == VXSwfTagFactory::TAG_REMOVEOBJECT)
+            VX_RETURN_IF_FAILED(body.WriteWord(CharacterId));
+        return body.WriteWord(Depth);
+    });
 }
 
 VXSwfTag* VXSwfRemoveObjectTag::Copy() {

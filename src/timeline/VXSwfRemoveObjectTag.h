@@ -25,7 +25,6 @@ public:
 private:
     friend class VXSwfTagFactory;
     explicit VXSwfRemoveObjectTag(enuTagType type);
-    VXErrorCodeEnum DumpFields(VXBitStream& body) const;
 
     unsigned short Depth = 0;
 };

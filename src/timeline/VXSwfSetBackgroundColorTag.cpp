@@ -10,7 +10,5 @@ VXErrorCodeEnum VXSwfSetBackgroundColorTag::LoadDataFromStream(VXBitStream& in) 
 }
 
 VXErrorCodeEnum VXSwfSetBackgroundColorTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(Color.DumpToStream(body));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) { return Color.DumpToStream(body); });
 }

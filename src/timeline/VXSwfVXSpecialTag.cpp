@@ -7,9 +7,9 @@ VXSwfVXSpecialTag::VXSwfVXSpecialTag(enuTagType type) : VXSwfControlTag(type) {}
 VXSwfVXSpecialTag::~VXSwfVXSpecialTag() = default;
 
 VXErrorCodeEnum VXSwfVXSpecialTag::DumpToStream(VXBitStream& out) {
-    VXBitStream body;
-    VX_RETURN_IF_FAILED(body.Write(SpecificData.GetBytes(), SpecificData.GetSize()));
-    return DumpBody(out, body);
+    return DumpFields(out, [this](VXBitStream& body) {
+        return body.Write(SpecificData.GetBytes(), SpecificData.GetSize());
+    });
 }
 
 VXSwfTag* VXSwfVXSpecialTag::Copy() {
