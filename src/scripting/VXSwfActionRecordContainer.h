@@ -1,9 +1,7 @@
 #pragma once
 
-#include "platform/VXExport.h"
-#include "platform/VXTypes.h"
-
-class VXFlintActionRecord;
+#include "framework/VXSwfControlTag.h"
+#include "scripting/VXFlintActionRecords.h"
 
 /// Whatever takes actions one by one: a tag that holds a script.
 class VXSWF_API VXSwfActionRecordContainer {
@@ -18,4 +16,21 @@ protected:
     VXSwfActionRecordContainer() = default;
     VXSwfActionRecordContainer(const VXSwfActionRecordContainer&) = default;
     VXSwfActionRecordContainer& operator=(const VXSwfActionRecordContainer&) = default;
+};
+
+/// What the tags of scripts share: their actions. Bytes behind the end of the list are not kept.
+class VXSWF_API VXSwfScriptTag : public VXSwfControlTag, public VXSwfActionRecordContainer {
+public:
+    /// A tag of the same type with actions of its own.
+    VXSwfTag* Copy() override;
+    ~VXSwfScriptTag() override;
+
+    VXErrorCodeEnum PushActionRecord(VXFlintActionRecord* record) override;
+
+    VXFlintActionRecords m_ActionRecords;
+
+protected:
+    explicit VXSwfScriptTag(enuTagType type);
+    VXSwfScriptTag(const VXSwfScriptTag&) = default;
+    VXSwfScriptTag& operator=(const VXSwfScriptTag&) = default;
 };

@@ -1,30 +1,22 @@
 #pragma once
 
-#include "framework/VXSwfControlTag.h"
-#include "scripting/VXFlintActionRecords.h"
 #include "scripting/VXSwfActionRecordContainer.h"
 
 /// A script that runs when its frame is shown.
 ///
 ///     type 12:  VXFlintActionRecords
-///
-/// Bytes behind the end of the list are not kept.
-class VXSWF_API VXSwfDoActionTag : public VXSwfControlTag, public VXSwfActionRecordContainer {
+class VXSWF_API VXSwfDoActionTag : public VXSwfScriptTag {
 public:
     /// Regenerates header and body, so that a changed list has the right length with no further step.
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
-    VXSwfTag* Copy() override;
     ~VXSwfDoActionTag() override;
     /// 1 when the list is cut short; the actions read by then stay.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
-    VXErrorCodeEnum PushActionRecord(VXFlintActionRecord* record) override;
     /// Stores a pointer to the tag's own list, which goes with the tag. Null is ignored.
     void GetActionRecords(VXFlintActionRecords** out) {
         if (out != nullptr) *out = &m_ActionRecords;
     }
-
-    VXFlintActionRecords m_ActionRecords;
 
 private:
     friend class VXSwfTagFactory;

@@ -1,6 +1,6 @@
 #include "scripting/VXSwfDoInitActionTag.h"
 
-VXSwfDoInitActionTag::VXSwfDoInitActionTag(enuTagType type) : VXSwfControlTag(type) {}
+VXSwfDoInitActionTag::VXSwfDoInitActionTag(enuTagType type) : VXSwfScriptTag(type) {}
 
 VXSwfDoInitActionTag::~VXSwfDoInitActionTag() = default;
 
@@ -16,18 +16,9 @@ VXErrorCodeEnum VXSwfDoInitActionTag::DumpToStream(VXBitStream& out) {
     });
 }
 
-VXSwfTag* VXSwfDoInitActionTag::Copy() {
-    return CopyThroughWire(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_DOINITACTION, 0, 0));
-}
-
 unsigned short VXSwfDoInitActionTag::GetReferencedID() const { return m_SpriteId; }
 
 void VXSwfDoInitActionTag::SetReferencedID(unsigned short id) { m_SpriteId = id; }
-
-VXErrorCodeEnum VXSwfDoInitActionTag::PushActionRecord(VXFlintActionRecord* record) {
-    m_ActionRecords.PushActionRecord(record);
-    return kVXSuccess;
-}
 
 VXErrorCodeEnum VXSwfDoInitActionTag::GetSpriteReferenceID(unsigned short& id) const {
     id = m_SpriteId;

@@ -1,19 +1,14 @@
 #pragma once
 
-#include "framework/VXSwfControlTag.h"
-#include "scripting/VXFlintActionRecords.h"
 #include "scripting/VXSwfActionRecordContainer.h"
 
 /// A script that initialises a sprite, once, before the sprite is first shown.
 ///
 ///     type 59:  m_SpriteId u16, VXFlintActionRecords
-///
-/// Bytes behind the end of the list are not kept.
-class VXSWF_API VXSwfDoInitActionTag : public VXSwfControlTag, public VXSwfActionRecordContainer {
+class VXSWF_API VXSwfDoInitActionTag : public VXSwfScriptTag {
 public:
     /// Regenerates header and body, so that a changed list has the right length with no further step.
     VXErrorCodeEnum DumpToStream(VXBitStream& out) override;
-    VXSwfTag* Copy() override;
     /// The sprite.
     unsigned short GetReferencedID() const override;
     void SetReferencedID(unsigned short id) override;
@@ -21,14 +16,12 @@ public:
     /// 1 when the sprite's ID is missing or the list is cut short; the actions read by then stay.
     VXErrorCodeEnum LoadDataFromStream(VXBitStream& in) override;
 
-    VXErrorCodeEnum PushActionRecord(VXFlintActionRecord* record) override;
     /// Always 0.
     VXErrorCodeEnum GetSpriteReferenceID(unsigned short& id) const;
     /// Always 0.
     VXErrorCodeEnum SetSpriteReferenceID(unsigned short id);
 
     unsigned short m_SpriteId = 0;
-    VXFlintActionRecords m_ActionRecords;
 
 private:
     friend class VXSwfTagFactory;
