@@ -11,8 +11,8 @@
 
 namespace {
 
-// A few bytes of a script can lack 64 KB. A body may lack so many times its size; what is more counts as so many
-// times its size in the memory of the load, since small movies would become hundreds of megabytes in a dump.
+// A few bytes of a script can lack 64 KB, so that a small movie becomes hundreds of megabytes in a dump. A body may
+// lack 256 times its size; each byte beyond that counts as 16 in the memory of the load.
 constexpr std::uint64_t kMostPerByte = 256;
 constexpr std::size_t kPricePerByte = 16;
 
@@ -21,6 +21,14 @@ unsigned int BytesLacking(const VXFlintActionRecords& cutList) {
     if (cutList.empty()) return 0;
     const VXFlintActionRecord& last = **(cutList.end() - 1);
     return last.m_Length - std::min<unsigned int>(last.m_Length, last.m_ActionData.GetSize());
+}
+
+/// Writes a word that was not known in its place.
+void Patch(VXBitStream& body, unsigned int position, unsigned int value) {
+    const unsigned int end = body.GetPosition();
+    VXFlintButtonCondAction::ResetOffset(body, static_cast<int>(position),
+                                         static_cast<unsigned short>(value));
+    body.SetPosition(end);
 }
 
 }  // namespace
@@ -89,13 +97,8 @@ VXErrorCodeEnum VXSwfDefineButton2Tag::DumpToStream(VXBitStream& out) {
         }
         VX_RETURN_IF_FAILED(body.WriteByte(0));
         VX_RETURN_IF_FAILED(DumpButtonActionsToStream(body));
-        if (ActionOffset != 0) {
-            const unsigned int end = body.GetPosition();
-            // Kept: what a load left here is a distance already, and is made one again.
-            VXFlintButtonCondAction::ResetOffset(body, static_cast<int>(placeholder),
-                                                 static_cast<unsigned short>(ActionOffset - placeholder));
-            body.SetPosition(end);
-        }
+        // Kept: what a load left here is a distance already, and is made one again.
+        if (ActionOffset != 0) Patch(body, placeholder, ActionOffset - placeholder);
         return kVXSuccess;
     });
 }
@@ -144,16 +147,9 @@ VXErrorCodeEnum VXSwfDefineButton2Tag::DumpButtonActionsToStream(VXBitStream& bo
         last = body.GetPosition();
         if (ActionOffset == 0) ActionOffset = static_cast<unsigned short>(last);
         VX_RETURN_IF_FAILED(action->DumpToStream(body));
-        const unsigned int end = body.GetPosition();
-        VXFlintButtonCondAction::ResetOffset(body, static_cast<int>(last),
-                                             static_cast<unsigned short>(end - last));
-        body.SetPosition(end);
+        Patch(body, last, body.GetPosition() - last);
     }
-    if (last != 0) {
-        const unsigned int end = body.GetPosition();
-        VXFlintButtonCondAction::ResetOffset(body, static_cast<int>(last), 0);
-        body.SetPosition(end);
-    }
+    if (last != 0) Patch(body, last, 0);
     return kVXSuccess;
 }
 
