@@ -100,7 +100,7 @@ VXErrorCodeEnum VXSwfDefineBitsLossless2Tag::CreateImage(const VXImage& image, V
     if (pixels == nullptr) return kVXSuccess;
     const std::size_t tableSize = palette.size() * kPixelSize;
     Block block(palette.empty() ? BitmapWidth * kPixelSize : BitmapWidth, BitmapHeight, tableSize);
-    if (!block) return kVXFailure;
+    if (!block) return kVXSuccess;
     for (const CQuantizer::Color& color : palette)
         std::memcpy(block.Take(kPixelSize), color.data(), kPixelSize);
     for (std::size_t y = 0; y < BitmapHeight; ++y) {

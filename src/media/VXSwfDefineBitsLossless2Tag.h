@@ -31,15 +31,15 @@ public:
     ~VXSwfDefineBitsLossless2Tag() override;
     void GetTextInfo(VXString& text) override;
 
-    /// Format 3 for the palette, else format 5. A block of 4 GiB or more, or one without memory, is missing
-    /// afterwards and answers 1. All else answers 0, also for an image without pixels and when deflating
-    /// fails. Of a picture wider or higher than 65535 pixels the part in the upper left goes in that the
-    /// 16-bit sizes leave.
+    /// Format 3 for the palette, else format 5. Always 0; a block of 4 GiB or more, and one without memory, is
+    /// reported and missing afterwards. Of a picture wider or higher than 65535 pixels the part in the upper
+    /// left goes in that the 16-bit sizes leave.
     ///
     /// Kept: colours of format 5 are multiplied and shifted, not divided by 255, so an opaque 255 becomes
     /// 254.
     VXErrorCodeEnum CreateImage(const VXImage& image, VXBitmapQualityEnum quality);
-    /// Format 4. 1 also for an image without pixels; sizes and format are set then, and the old block is gone.
+    /// Format 4. 1 for an image without pixels and for a block that cannot be made; sizes and format are set
+    /// then, and the old block is gone.
     VXErrorCodeEnum CreateImage(const VXImage16BPP& image);
 
     unsigned int BitmapFormat = 6;  ///< 6 for none yet
