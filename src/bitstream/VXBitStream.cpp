@@ -151,7 +151,7 @@ void VXBitStream::LoadFromAllocedMem(const unsigned char* data, unsigned int len
 
 short VXBitStream::DumpToStream(IVXStream* stream) {
     VXIgnore(FlushBits());  // bits that find no room are lost, as everywhere
-    if (stream == nullptr || m_Size > INT_MAX) return 0;
+    if (stream == nullptr || stream->IsReading() || m_Size > INT_MAX) return 0;
     return stream->XferByte(m_Buffer, static_cast<int>(m_Size)) == static_cast<int>(m_Size) ? 1 : 0;
 }
 
@@ -204,10 +204,9 @@ VXErrorCodeEnum VXBitStream::Write(const void* data, const unsigned int& length)
 VXErrorCodeEnum VXBitStream::WriteAway(const void* data, unsigned int length) {
     const auto* bytes = static_cast<const unsigned char*>(data);
     if (m_Stream != nullptr) {
-        // The interface lends its bytes without a promise; a stream that writes only reads them. What it
-        // could not take shows at the end of a dump, and in its own state.
-        if (VXTransfer(*m_Stream, const_cast<unsigned char*>(bytes), length) != length) m_HasFailed = true;
-        return kVXSuccess;
+        // What the stream could not take shows at the end of a dump, and in the stream's own state.
+        if (VXSend(*m_Stream, bytes, length) != length) m_HasFailed = true;
+        return m_Stream->IsReading() ? kVXFailure : kVXSuccess;
     }
     const auto start = reinterpret_cast<std::uintptr_t>(m_Buffer);
     const auto from = reinterpret_cast<std::uintptr_t>(bytes);

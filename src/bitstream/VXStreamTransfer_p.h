@@ -21,6 +21,13 @@ inline unsigned int VXTransfer(IVXStream& stream, unsigned char* data, unsigned 
     return done;
 }
 
+/// Writes `length` bytes and answers how many went. A stream that reads would put its own bytes there instead,
+/// so it gets none.
+inline unsigned int VXSend(IVXStream& stream, const unsigned char* data, unsigned int length) {
+    // The interface takes bytes without const; a stream that writes only reads them.
+    return stream.IsReading() ? 0 : VXTransfer(stream, const_cast<unsigned char*>(data), length);
+}
+
 /// Goes to a position counted from the start; the offset of a seek is signed, so a far one takes several.
 /// False when the stream is not there afterwards.
 inline bool VXSeekTo(IVXStream& stream, unsigned int position) {

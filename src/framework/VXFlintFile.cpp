@@ -121,8 +121,12 @@ VXErrorCodeEnum VXFlintFile::DumpWhole(VXBitStream& out) {
 
 VXErrorCodeEnum VXFlintFile::DumpToStream(IVXStream* target) {
     if (target == nullptr) return kVXFailure;
+    const bool isCompressed = m_Signature[0] == 'C';
+    // Only a compressed dump switches the mode, of a stream that can be switched.
+    const bool isSwitched = isCompressed && dynamic_cast<IVXReadWriteStream*>(target) != nullptr;
+    if (target->IsReading() && !isSwitched) return kVXFailure;
     VXErrorCodeEnum result = kVXSuccess;
-    if (m_Signature[0] == 'C') {
+    if (isCompressed) {
         CVXTempFileStreamReadWrite plain;
         plain.SetMode(IVXStream::kWrite);
         plain.Seek(0, kVXSeekFromStart);

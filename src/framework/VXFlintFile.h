@@ -49,7 +49,8 @@ public:
     /// The end tag goes to the end of the stream, behind bytes that it held there before.
     VXErrorCodeEnum DumpToStream(VXBitStream& out);
     /// Writes the whole movie, through a temporary file where it is to be compressed, and cuts the stream
-    /// behind it. Null gives 1.
+    /// behind it. The stream must be in write mode; for a compressed movie an `IVXReadWriteStream` is switched
+    /// to it. Null gives 1, and so does any other stream in read mode, which stays as it was.
     VXErrorCodeEnum DumpToStream(IVXStream* target);
     /// Reads the header alone, into this movie's fields and what the pointers point to; null pointers are
     /// skipped.

@@ -39,6 +39,13 @@ TEST_F(VXFlintFileTest, RawMoviesComeBackAsTheyWere) {
     target.SetMode(IVXStream::kWrite);
     EXPECT_EQ(file.DumpToStream(&target), kVXSuccess);
     EXPECT_EQ(BytesOf(target), kMovie);
+    CVXStreamReadWrite reading(kTags.data(), kTags.size());
+    EXPECT_EQ(file.DumpToStream(&reading), kVXFailure);
+    VXBitStream out;
+    out.SetOutputStream(&reading);
+    EXPECT_EQ(file.DumpToStream(out), kVXFailure);
+    EXPECT_EQ(BytesOf(reading), kTags);
+    EXPECT_EQ(DumpOf(file), kMovie) << "a stream that reads leaves target and movie as they were";
 
     VXFlintFile cut;
     ASSERT_EQ(LoadInto(cut, Head(kMovie, kMovie.size() - 2)), kVXSuccess);
