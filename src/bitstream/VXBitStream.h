@@ -60,10 +60,11 @@ public:
     /// Borrows `length` bytes, which must outlive their use here.
     void LoadFromAllocedMem(const unsigned char* data, unsigned int length);
     /// Puts pending bits into the buffer, then writes the whole buffer in one transfer. Non-zero when all was
-    /// taken; 0 also for null and for more than 2^31 − 1 bytes.
+    /// taken; 0 also for null, for a stream in read mode and for more than 2^31 − 1 bytes.
     short DumpToStream(IVXStream* stream);
 
-    /// Sends writes and positions to `stream`, which is not owned; null brings them back to the buffer.
+    /// Sends writes and positions to `stream`, which is not owned; null brings them back to the buffer. A
+    /// stream in read mode takes no write: those of bytes answer 1, those of bits and text are lost.
     void SetOutputStream(IVXStream* stream) { m_Stream = stream; }
     /// Whether bytes were lost since the start, the last `Clean` or the last `ForgetFailure`: a write found
     /// no room, the output stream took only a part, or it did not reach a position. Most writes of bits and
@@ -169,7 +170,10 @@ public:
     /// the result replaces the data behind `offset`; the header bytes are then the caller's to write again,
     /// and the position is 0.
     ///
-    /// With an output stream: copies header and deflated rest from there to the compression stream.
+    /// With an output stream: copies header and deflated rest from there to the compression stream. Both must
+    /// be there and reach their start, and the latter must not be in read mode, else nothing is written.
+    ///
+    /// Kept: transfers are not examined there. What was lost shows in `HasFailed`.
     ///
     /// Non-zero for good. Deflating that fails is reported as "compress2 returned failure".
     short Compress(unsigned int offset, short returnBuffer, unsigned char** outData, unsigned int* outLength);

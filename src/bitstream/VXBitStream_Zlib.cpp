@@ -108,13 +108,14 @@ std::unique_ptr<unsigned char[]> NewBytes(std::uint64_t size) {
     return std::unique_ptr<unsigned char[]>(new (std::nothrow) unsigned char[size]);
 }
 
-/// Turns a destination into a writer where it can be turned, and goes to its start. False when it does not.
+/// Switches a read-write destination to writing and goes to its start. False when it reads all the same, or
+/// when the seek fails.
 bool PrepareTarget(IVXStream& target) {
     if (auto* both = dynamic_cast<IVXReadWriteStream*>(&target)) {
         both->SetMode(IVXStream::kWrite);
         static_cast<void>(both->IsWriting());  // Kept: asked, whatever the answer.
     }
-    return VXSeekTo(target, 0);
+    return !target.IsReading() && VXSeekTo(target, 0);
 }
 
 /// The same for a source.
@@ -179,16 +180,27 @@ short VXBitStream::CompressStream(unsigned int offset) {
     const std::unique_ptr<unsigned char[]> bytes = NewBytes(std::max(offset, bodyLength));
     if (bytes == nullptr) return 0;
     if (!PrepareTarget(target) || !PrepareSource(*source)) return 0;
-    if (VXTransfer(*source, bytes.get(), offset) != offset) return 0;
-    if (VXTransfer(target, bytes.get(), offset) != offset) return 0;
-    if (VXTransfer(*source, bytes.get(), bodyLength) != bodyLength) return 0;
+    // Kept: a transfer that comes up short does not stop the operation.
+    const auto receive = [&](unsigned int count) {
+        const unsigned int came = VXTransfer(*source, bytes.get(), count);
+        if (came == count) return;
+        std::memset(bytes.get() + came, 0, count - came);
+        m_HasFailed = true;
+    };
+    const auto send = [&](const unsigned char* data, unsigned int count) {
+        if (VXSend(target, data, count) != count) m_HasFailed = true;
+    };
+    receive(offset);
+    send(bytes.get(), offset);
+    receive(bodyLength);
     unsigned int length = 0;
     const std::unique_ptr<unsigned char[]> deflated(CallCompress(bytes.get(), bodyLength, length));
     if (deflated == nullptr) {
         VXAssertFail("compress2 returned failure");
         return 0;
     }
-    return VXTransfer(target, deflated.get(), length) == length ? 1 : 0;
+    send(deflated.get(), length);
+    return 1;
 }
 
 short VXBitStream::UnCompress(unsigned int offset, unsigned int fullSize) {
@@ -227,15 +239,19 @@ short VXBitStream::StreamedCompress(unsigned int offset) {
     auto* source = dynamic_cast<IVXReadWriteStream*>(m_Stream);
     if (source == nullptr || m_CompressionStream == nullptr) return 0;
     IVXStream& target = *m_CompressionStream;
-    const std::unique_ptr<unsigned char[]> input = NewBytes(std::max(kChunkSize, offset));
+    const std::unique_ptr<unsigned char[]> input = NewBytes(kChunkSize);
     const std::unique_ptr<unsigned char[]> output = NewBytes(kChunkSize);
     if (input == nullptr || output == nullptr) return 0;
     if (!PrepareTarget(target) || !PrepareSource(*source)) return 0;
-    const unsigned int header = VXTransfer(*source, input.get(), offset);
-    if (VXTransfer(target, input.get(), header) != header) return 0;
-    if (header != offset) {
-        VXAssertFail("Error reading input Stream for compression");
-        return 0;
+    for (unsigned int left = offset; left != 0;) {
+        const unsigned int piece = std::min(left, kChunkSize);
+        const unsigned int count = VXTransfer(*source, input.get(), piece);
+        if (VXSend(target, input.get(), count) != count) return 0;
+        if (count != piece) {
+            VXAssertFail("Error reading input Stream for compression");
+            return 0;
+        }
+        left -= piece;
     }
     Deflater deflater(kMovieLevel);
     if (!deflater.IsGood()) {
@@ -255,7 +271,7 @@ short VXBitStream::StreamedCompress(unsigned int offset) {
         do {
             int code = Z_OK;  // the end of the source decides, not what deflate answers
             used = deflater.Run(output.get(), kChunkSize, flush, code);
-            if (VXTransfer(target, output.get(), used) != used) return 0;
+            if (VXSend(target, output.get(), used) != used) return 0;
         } while (used == kChunkSize);
     } while (flush != Z_FINISH);
     return 1;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -130,7 +131,18 @@ TEST_F(VXBitStreamZlib, CompressesFromStreamToStream) {
     EXPECT_EQ(stream.Compress(8, 0, nullptr, nullptr), 1);
     EXPECT_EQ(BytesOf(target), Join({kHeader, Deflated(body, 6)}));
     EXPECT_EQ(stream.Compress(109, 0, nullptr, nullptr), 0) << "a source that is too short";
-    TakeMessage();
+    /// Takes only so many bytes.
+    struct Full : CVXStreamReadWrite {
+        using CVXStreamReadWrite::XferByte;
+        int XferByte(unsigned char* data, int count) override {
+            return CVXStreamReadWrite::XferByte(data, std::min(count, 5));
+        }
+    } full;
+    stream.SetCompressionStream(&full);
+    EXPECT_FALSE(stream.HasFailed());
+    EXPECT_EQ(stream.Compress(8, 0, nullptr, nullptr), 1);
+    EXPECT_TRUE(stream.HasFailed());
+    EXPECT_EQ(stream.StreamedCompress(8), 0);
 }
 
 TEST_F(VXBitStreamZlib, StreamsMoviesOfEverySizeAroundTheChunk) {
@@ -161,7 +173,7 @@ TEST_F(VXBitStreamZlib, StreamedFailures) {
     TakeMessage();
     CVXStreamReadWrite target;
     stream.SetCompressionStream(&target);
-    for (const unsigned int offset : {8u, 9u}) {
+    for (const unsigned int offset : {8u, 9u, 0xFFFFFFFFu}) {
         EXPECT_EQ(stream.StreamedCompress(offset), 0) << "a source that ends with or in the header";
         EXPECT_EQ(TakeMessage(), "Error reading input Stream for compression");
     }
