@@ -6,6 +6,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <utility>
 
 #include "framework/VXDependencyWalk_p.h"
 #include "framework/VXFlintIDMap.h"
@@ -53,7 +54,8 @@ VXErrorCodeEnum VXSwfTag::LoadFromStream(VXBitStream& in) {
     m_TagType = static_cast<enuTagType>(header >> 6);
     m_TagLen = header & 0x3Fu;
     DropLoans();
-    m_Data = VXByteBlock();
+    // The stream may lie over the old body.
+    const VXByteBlock old = std::exchange(m_Data, VXByteBlock());
     if (m_TagLen == kLongLength) {
         m_IsLongTag = 1;
         VX_RETURN_IF_FAILED(in.ReadDWord(m_TagLen));

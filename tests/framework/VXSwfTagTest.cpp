@@ -30,6 +30,10 @@ TEST(VXSwfTag, ASecondLoadReplacesTheFirst) {
     const TagPtr tag = LoadTag(TagBytes(77, Repeat(100, 0x11)));
     EXPECT_EQ(LoadInto(*tag, TagBytes(78, Hex("22 33"))), kVXSuccess);
     EXPECT_EQ(DumpOf(*tag), LongTagBytes(78, Hex("22 33"))) << "the flag that a long header set stays";
+    EXPECT_EQ(LoadInto(*tag, TagBytes(78, TagBytes(77, Repeat(50, 0x44)))), kVXSuccess);
+    VXBitStream own = tag->GetDataStream();
+    EXPECT_EQ(tag->LoadFromStream(own), kVXSuccess) << "from the body that it replaces";
+    EXPECT_EQ(DumpOf(*tag), LongTagBytes(77, Repeat(50, 0x44)));
     EXPECT_EQ(LoadInto(*tag, Hex("C0 12")), kVXSuccess);
     EXPECT_EQ(tag->GetData(), nullptr);
 }
