@@ -106,7 +106,7 @@ VXErrorCodeEnum VXFlintFile::DumpWhole(VXBitStream& out) {
     VX_RETURN_IF_FAILED(DumpHdrToStream(out));
     VX_RETURN_IF_FAILED(VXSwfTagSet::DumpToStream(out));
     out.SetPosition(out.GetSize());
-    VXIgnore(DumpEndTagToStream(out));  // a movie without its end tag still loads
+    VXIgnore(DumpEndTagToStream(out));  // answers 0 also when it is lost, which fails the dump below
     const unsigned int length = out.GetSize();
     out.SetPosition(0);
     out.MovePosition(kLengthOffset);

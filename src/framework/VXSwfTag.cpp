@@ -23,7 +23,7 @@ VXSwfTag::VXSwfTag(enuTagType type, short parsing) : m_TagType(type), m_Parsing(
 
 VXSwfTag::VXSwfTag(const VXSwfTag& other)
     : m_TagType(other.m_TagType),
-      m_TagLen(other.m_TagLen),
+      m_TagLen(other.GetLengthWithoutLoans()),
       m_Data(other.m_Data),
       m_IsLongTag(other.m_IsLongTag),
       m_Parsing(other.m_Parsing),
@@ -33,7 +33,7 @@ VXSwfTag& VXSwfTag::operator=(const VXSwfTag& other) {
     if (this == &other) return *this;
     DropLoans();
     m_TagType = other.m_TagType;
-    m_TagLen = other.m_TagLen;
+    m_TagLen = other.GetLengthWithoutLoans();
     m_Data = other.m_Data;
     m_IsLongTag = other.m_IsLongTag;
     m_Parsing = other.m_Parsing;
@@ -74,16 +74,20 @@ VXErrorCodeEnum VXSwfTag::LoadFromStream(VXBitStream& in) {
 VXErrorCodeEnum VXSwfTag::DumpToStream(VXBitStream& out) { return DumpHdrAndData(out); }
 
 VXErrorCodeEnum VXSwfTag::DumpHdrAndData(VXBitStream& out) {
-    VX_RETURN_IF_FAILED(DumpHdrToStream(out));
-    const unsigned char* body = GetBody();
-    return body == nullptr ? kVXSuccess : out.Write(body, std::min(m_TagLen, GetBodySize()));
+    // A header that stated more than is there would swallow the tags behind it.
+    const unsigned int length = std::min(m_TagLen, GetBodySize());
+    VX_RETURN_IF_FAILED(DumpHdr(length, out));
+    return length == 0 ? kVXSuccess : out.Write(GetBody(), length);
 }
 
-VXErrorCodeEnum VXSwfTag::DumpHdrToStream(VXBitStream& out) {
+VXErrorCodeEnum VXSwfTag::DumpHdrToStream(VXBitStream& out) { return DumpHdr(m_TagLen, out); }
+
+VXErrorCodeEnum VXSwfTag::DumpHdr(unsigned int length, VXBitStream& out) {
     const auto type = static_cast<unsigned short>(m_TagType << 6);
-    if (IsLongTag() == 0) return out.WriteWord(static_cast<unsigned short>(type | m_TagLen));
-    VX_RETURN_IF_FAILED(out.WriteWord(static_cast<unsigned short>(type | kLongLength)));
-    return out.WriteDWord(m_TagLen);
+    const bool isLong = m_IsLongTag != 0 || length >= kLongLength;
+    // Kept: the word is not examined.
+    VXIgnore(out.WriteWord(static_cast<unsigned short>(type | (isLong ? kLongLength : length))));
+    return isLong ? out.WriteDWord(length) : kVXSuccess;
 }
 
 VXErrorCodeEnum VXSwfTag::GenerateTagHdr(unsigned char length, VXBitStream& out) {
@@ -106,6 +110,11 @@ VXSwfTag* VXSwfTag::CopyThroughWire(VXSwfTag* copy) {
 
 unsigned char* VXSwfTag::GetBody() const {
     return m_DataStack != nullptr ? m_DataStack->data : m_Data.GetBytes();
+}
+
+/// The length without what is lent now, which a copy does not take over.
+unsigned int VXSwfTag::GetLengthWithoutLoans() const {
+    return m_DataStack != nullptr ? m_Data.GetSize() : m_TagLen;
 }
 
 unsigned int VXSwfTag::GetBodySize() const {

@@ -24,7 +24,7 @@ class VXSwfTagSet;
 /// loan. What is lent is never freed by the tag.
 ///
 /// Made by `VXSwfTagFactory`, owned by the tag set that holds it, else by whoever made it. Copies made with
-/// `Copy` are independent; copy construction shares the body's bytes.
+/// `Copy` are independent; copy construction shares the bytes of the kept body, and not what is lent.
 class VXSWF_API VXSwfTag : public VXPooled {
 public:
     using enuTagType = VXSwfTagFactory::enuTagType;
@@ -69,7 +69,8 @@ public:
     virtual short HasReferencedID() const;
 
     enuTagType GetTagType() const { return m_TagType; }
-    /// Writes the header for a body of the present length.
+    /// Writes the header for a body of the present length. A short header always answers 0; the stream's
+    /// `HasFailed` shows when it was lost.
     VXErrorCodeEnum DumpHdrToStream(VXBitStream& out);
     /// Whether the header takes the long form: it was asked for, or the body has 63 bytes or more.
     short IsLongTag() const { return m_IsLongTag != 0 || m_TagLen >= kLongLength ? 1 : 0; }
@@ -99,7 +100,8 @@ protected:
     void SetData(unsigned char* data);
     /// Writes a short header for `length`, whatever the body has.
     VXErrorCodeEnum GenerateTagHdr(unsigned char length, VXBitStream& out);
-    /// Writes header and body of what is lent or kept, `m_TagLen` bytes of it.
+    /// Writes header and body of what is lent or kept, as many bytes as the length says or as there are; the
+    /// header states what is written.
     VXErrorCodeEnum DumpHdrAndData(VXBitStream& out);
     /// Fills `copy` by a dump of this tag and a load, and hands it back; null for null. It is deleted when
     /// memory runs out.
@@ -124,6 +126,8 @@ private:
     static constexpr unsigned int kLongLength = 63;
 
     unsigned char* GetBody() const;
+    unsigned int GetLengthWithoutLoans() const;
+    VXErrorCodeEnum DumpHdr(unsigned int length, VXBitStream& out);
     void DropLoans();
 
     enuTagType m_TagType;

@@ -218,12 +218,18 @@ TEST_F(VXSwfDefinitionTagTest, LoansStackAndEndWithALoadOrAnAssignment) {
     assigned.SetData(first.data());
     assigned.SetTagLen(4);
     assigned = tag;
+    assigned.SetData(first.data());
+    assigned.SetTagLen(4);
     WordTag copied(assigned);
     copied = *&copied;
     EXPECT_EQ(copied.GetData(), tag.GetData()) << "copies share the bytes";
     VXBitStream out;
     EXPECT_EQ(copied.DumpHdrAndData(out), kVXSuccess);
     EXPECT_EQ(BytesOf(out), longer);
+    copied.SetTagLen(0xFFFF);
+    out.Clean();
+    EXPECT_EQ(copied.DumpHdrAndData(out), kVXSuccess);
+    EXPECT_EQ(BytesOf(out), longer) << "the header states what is there";
 }
 
 }  // namespace
