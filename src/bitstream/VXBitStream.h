@@ -23,15 +23,15 @@
 ///
 /// Bits that have not filled a byte are pending. Byte-level reads drop them; `WriteByte`, `WriteWord` and
 /// `WriteDWord` put them out first, as one byte with zeros behind them; `Read` and `Write` leave them alone.
-/// Pending bits that nothing puts out are lost.
+/// Where a buffer has no room for that byte they stay pending. Pending bits that nothing puts out are lost.
 ///
 /// Operations typed `VXErrorCodeEnum` answer 0 for good and 1 for failure, operations typed `short` answer
 /// non-zero for good and 0 for failure.
 class VXSWF_API VXBitStream {
 public:
     VXBitStream() = default;
-    /// A copy has every field as it stands, the buffer's address included, and never owns it: it frees
-    /// nothing and cannot grow. It must not outlive the bytes.
+    /// A copy has every field as it stands, the buffer's address included, but `m_Attached` is set where there
+    /// is a buffer: the copy frees nothing and cannot grow. It must not outlive the bytes.
     VXBitStream(const VXBitStream& other);
     VXBitStream& operator=(const VXBitStream& other);
     virtual ~VXBitStream();

@@ -29,7 +29,8 @@ public:
     ~VXFlintFile() override;
 
     /// Reads header and tags. 1 for a bad signature, a header that ends early or a body that does not
-    /// inflate, and when memory runs out; else the failure of a tag. What was loaded by then stays.
+    /// inflate, and when memory runs out; else the failure of a tag. What was loaded by then stays. A movie is
+    /// loaded once: the tags of a second load are appended.
     ///
     /// What is made of the movie may take 512 MiB, the size of the inflated body and 128 bytes for each byte
     /// that came: more than any movie takes that was made to be played.

@@ -31,9 +31,10 @@ public:
 
     // The virtual operations stand in slot order, which hosts rely on.
 
-    /// Reads header and body, then the fields. 1 when the header ends early or no byte of the body is there;
+    /// Reads header and body, then the fields; once, since a second load replaces the body and the fields on
+    /// the wire, but adds to lists of records and tags. 1 when the header ends early or no byte of the body is there;
     /// a body that is cut short otherwise loads as long as it is. A failure of the fields comes back as it
-    /// is. What was kept or lent before is dropped.
+    /// is. A body that was kept or lent before is dropped.
     virtual VXErrorCodeEnum LoadFromStream(VXBitStream& in);
     /// Writes header and body.
     virtual VXErrorCodeEnum DumpToStream(VXBitStream& out);
