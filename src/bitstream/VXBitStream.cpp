@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 #include "bitstream/VXMemoryLimit_p.h"
 #include "bitstream/VXPool.h"
@@ -28,16 +29,19 @@ VXBitStream::VXBitStream(const VXBitStream& other) { *this = other; }
 
 VXBitStream& VXBitStream::operator=(const VXBitStream& other) {
     if (this == &other) return *this;
-    FreeBuffer();
-    m_Buffer = other.m_Buffer;
-    m_Size = other.m_Size;
-    m_Capacity = other.m_Capacity;
+    if (const unsigned int own = GetOwnBytesFrom(other.m_Buffer); own != 0) {
+        ShrinkTo(other.m_Buffer, std::min(other.m_Size, own));
+    } else {
+        FreeBuffer();
+        m_Buffer = other.m_Buffer;
+        m_Size = other.m_Size;
+        m_Capacity = other.m_Capacity;
+        m_Attached = other.m_Buffer != nullptr ? short{1} : other.m_Attached;
+    }
     m_Position = other.m_Position;
     m_BitBuffer = other.m_BitBuffer;
     m_BitCount = other.m_BitCount;
-    m_Attached = other.m_Buffer != nullptr ? short{1} : other.m_Attached;
     m_HasFailed = other.m_HasFailed;
-    m_Reserved = other.m_Reserved;
     m_Stream = other.m_Stream;
     m_CompressionStream = other.m_CompressionStream;
     return *this;
@@ -46,10 +50,54 @@ VXBitStream& VXBitStream::operator=(const VXBitStream& other) {
 VXBitStream::~VXBitStream() { FreeBuffer(); }
 
 void VXBitStream::FreeBuffer() {
-    if (m_Attached == 0 && m_Buffer != nullptr) VXPool::FreeBuffer(m_Buffer, m_Reserved);
+    if (m_Attached == 0 && !m_Shared) VXPool::FreeBuffer(m_Buffer, m_Reserved);
+    m_Shared = VXByteView();
+    m_Source = nullptr;
     m_Buffer = nullptr;
     m_Size = m_Capacity = m_Reserved = 0;
     m_Attached = 0;
+}
+
+/// Lets what is loaded from here have views of the buffer, if the stream owns it.
+void VXBitStream::ShareBuffer() {
+    if (m_Attached != 0 || m_Size == 0) return;
+    if (!m_Shared) {
+        m_Shared = VXByteView::TakeOver(m_Buffer, m_Size, m_Reserved);
+        m_Capacity = m_Reserved = 0;
+    }
+    m_Source = &m_Shared;
+}
+
+/// Goes over to a buffer of its own, before a write.
+bool VXBitStream::Unshare() {
+    const unsigned int reserve = std::max(m_Size, 1u);
+    void* block = VXPool::Resize(nullptr, 0, reserve);
+    if (block == nullptr) return false;
+    std::memcpy(block, m_Buffer, m_Size);
+    m_Shared = VXByteView();
+    m_Source = nullptr;
+    m_Buffer = static_cast<unsigned char*>(block);
+    m_Capacity = m_Reserved = reserve;
+    return true;
+}
+
+/// How many bytes the buffer that the stream owns has from `bytes` on; 0 when they lie elsewhere.
+unsigned int VXBitStream::GetOwnBytesFrom(const unsigned char* bytes) const {
+    if (m_Attached != 0 || m_Buffer == nullptr) return 0;
+    const unsigned char* start = m_Shared ? m_Shared.GetBytes() : m_Buffer;
+    const unsigned int size = m_Shared ? m_Shared.GetSize() : m_Capacity;
+    const auto skipped = reinterpret_cast<std::uintptr_t>(bytes) - reinterpret_cast<std::uintptr_t>(start);
+    return skipped < size ? size - static_cast<unsigned int>(skipped) : 0;
+}
+
+/// Takes a part of the buffer that the stream owns for the whole, and owns it still.
+void VXBitStream::ShrinkTo(unsigned char* bytes, unsigned int size) {
+    if (bytes != m_Buffer) {
+        ZeroUpTo(m_Capacity);
+        ShareBuffer();  // which holds bytes at any place
+    }
+    m_Buffer = bytes;
+    m_Size = size;
 }
 
 void VXBitStream::Clean() {
@@ -61,7 +109,7 @@ void VXBitStream::Clean() {
 unsigned int VXBitStream::GetNumRefusals() { return theRefusals; }
 
 short VXBitStream::EnsureSize(unsigned int size) {
-    if (size > m_Capacity && !Grow(size)) return 0;
+    if (size > std::max(m_Capacity, m_Size) && !Grow(size)) return 0;
     ZeroUpTo(size);
     return m_Buffer != nullptr || size == 0 ? 1 : 0;
 }
@@ -69,10 +117,19 @@ short VXBitStream::EnsureSize(unsigned int size) {
 /// Makes the capacity reach `size`, by the rule that `EnsureSize` states, and leaves the size alone.
 bool VXBitStream::Grow(unsigned int size) {
     if (m_Attached != 0) return false;
+    if (m_Shared && !Unshare()) return FailWithoutMemory();
+    if (size <= m_Capacity) return true;
     std::uint64_t capacity = size;
     if (size - m_Capacity < kGrowthStep) capacity = std::uint64_t{m_Capacity} + kGrowthStep;
     if (capacity > UINT_MAX) return false;
     return Allocate(static_cast<unsigned int>(capacity));
+}
+
+bool VXBitStream::FailWithoutMemory() {
+    FreeBuffer();
+    m_HasFailed = true;
+    ++theRefusals;
+    return false;
 }
 
 bool VXBitStream::Allocate(unsigned int capacity) {
@@ -85,12 +142,7 @@ bool VXBitStream::Allocate(unsigned int capacity) {
             reserve = capacity;
             block = VXPool::Resize(m_Buffer, m_Reserved, reserve);
         }
-        if (block == nullptr) {
-            FreeBuffer();
-            m_HasFailed = true;
-            ++theRefusals;
-            return false;
-        }
+        if (block == nullptr) return FailWithoutMemory();
         m_Buffer = static_cast<unsigned char*>(block);
         m_Reserved = reserve;
     }
@@ -140,13 +192,27 @@ short VXBitStream::LoadFromStream(IVXStream* stream) {
 }
 
 void VXBitStream::LoadFromAllocedMem(const unsigned char* data, unsigned int length) {
-    FreeBuffer();
     // Borrowed bytes are written only where the borrower writes to the stream.
-    m_Buffer = const_cast<unsigned char*>(data);
-    m_Size = m_Capacity = data == nullptr ? 0 : length;
+    auto* bytes = const_cast<unsigned char*>(data);
+    if (const unsigned int own = GetOwnBytesFrom(bytes); own != 0) {
+        const unsigned int unused = m_Shared ? 0 : m_Capacity - m_Size;
+        ShrinkTo(bytes, own > unused ? std::min(length, own - unused) : 0);
+    } else {
+        FreeBuffer();
+        m_Buffer = bytes;
+        m_Size = m_Capacity = data == nullptr ? 0 : length;
+        m_Attached = 1;
+    }
     m_Position = 0;
-    m_Attached = 1;
     m_HasFailed = false;
+}
+
+void VXBitStream::LoadFromSharedMem(std::shared_ptr<const unsigned char[]> data, unsigned int length) {
+    VXByteView shared = VXByteView::Share(std::move(data), length);
+    Clean();
+    m_Shared = std::move(shared);
+    m_Buffer = m_Shared.GetBytes();
+    m_Size = m_Shared.GetSize();
 }
 
 short VXBitStream::DumpToStream(IVXStream* stream) {
@@ -189,6 +255,22 @@ unsigned int VXBitStream::ReadUpTo(void* target, unsigned int length) {
     return count;
 }
 
+VXByteView VXBitStream::ReadView(unsigned int length) {
+    length = std::min(length, GetRemaining());
+    if (length == 0) return VXByteView();
+    unsigned char* bytes = m_Buffer + m_Position;
+    VXByteView view;
+    if (m_Source != nullptr) {
+        // A stream over bytes that a host's class put in the place of a body lies elsewhere.
+        const auto offset =
+            reinterpret_cast<std::uintptr_t>(bytes) - reinterpret_cast<std::uintptr_t>(m_Source->GetBytes());
+        if (offset < m_Source->GetSize()) view = m_Source->Part(static_cast<unsigned int>(offset), length);
+    }
+    if (!view) view = VXByteView(VXByteBlock::CopyOf(bytes, length));
+    m_Position += length;
+    return view;
+}
+
 VXErrorCodeEnum VXBitStream::ReadVXInt32(int& value) {
     unsigned int bits = 0;
     VXIgnore(ReadDWord(bits));  // what is missing counts as zero here
@@ -210,7 +292,7 @@ VXErrorCodeEnum VXBitStream::WriteAway(const void* data, unsigned int length) {
     }
     const auto start = reinterpret_cast<std::uintptr_t>(m_Buffer);
     const auto from = reinterpret_cast<std::uintptr_t>(bytes);
-    const bool isOwn = m_Buffer != nullptr && from >= start && from - start < m_Capacity;
+    const bool isOwn = m_Buffer != nullptr && from - start < std::max(m_Capacity, m_Size);
     if (!MakeRoom(length)) {
         m_HasFailed = true;
         return kVXFailure;

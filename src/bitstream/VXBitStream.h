@@ -4,7 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 
+#include "bitstream/VXByteBlock.h"
 #include "platform/IVXStream.h"
 #include "platform/VXExport.h"
 #include "platform/VXString.h"
@@ -13,6 +15,10 @@
 /// The one reader and writer of every field of a movie. It has two faces: a memory buffer, owned and growing
 /// or borrowed and fixed, and an output stream to which writes go straight through. Reads always come from
 /// the memory buffer.
+///
+/// A movie that is loaded from a stream that owns its buffer has its bodies there, and so the two share the
+/// buffer from then on. The stream can be read and written as before; its first write moves it to a buffer of
+/// its own. The bytes behind `GetBuffer()`, and behind copies of the stream, are then not to be changed.
 ///
 /// Notation of wire layouts, here and in every class that has one:
 ///
@@ -57,8 +63,14 @@ public:
     /// Reads a whole stream into an owned buffer. Non-zero for good; a stream that delivers less than its
     /// length leaves the buffer empty.
     short LoadFromStream(IVXStream* stream);
-    /// Borrows `length` bytes, which must outlive their use here.
+    /// Borrows `length` bytes, which must outlive their use here. Bytes of the buffer that the stream owns stay
+    /// its own, and the rest of that buffer goes.
     void LoadFromAllocedMem(const unsigned char* data, unsigned int length);
+    /// Reads `length` bytes in place and shares them with what is loaded from here: a movie copies none of
+    /// them. They are let go by the last that uses them, which may be a tag in another thread, and are never
+    /// changed. With a deleter of its own the pointer hands a host's memory over or, with an empty one, lends
+    /// what outlives every tag.
+    void LoadFromSharedMem(std::shared_ptr<const unsigned char[]> data, unsigned int length);
     /// Puts pending bits into the buffer, then writes the whole buffer in one transfer. Non-zero when all was
     /// taken; 0 also for null, for a stream in read mode and for more than 2^31 − 1 bytes.
     short DumpToStream(IVXStream* stream);
@@ -97,6 +109,10 @@ public:
     VXErrorCodeEnum ReadDWord(unsigned int& value);
     /// Kept: never fails. Missing bytes count as zero.
     VXErrorCodeEnum ReadVXInt32(int& value);
+
+    /// Up to `length` bytes as a view: of the buffer where it is shared with what is loaded from here, else of a
+    /// copy.
+    VXByteView ReadView(unsigned int length);
 
     /// `data` may lie in this stream's own buffer.
     VXErrorCodeEnum Write(const void* data, const unsigned int& length);
@@ -191,6 +207,8 @@ public:
 
 private:
     friend class VXBitRun;
+    friend class VXFlintFile;
+    friend class VXSwfTag;
     static constexpr unsigned int kLongestRun = 56;  // with 7 pending bits less than 8 bytes
 
     bool IsAtEnd() const { return m_Buffer == nullptr || m_Position >= m_Size; }
@@ -200,7 +218,14 @@ private:
     }
     short SetFarPosition(unsigned int position);
     void FreeBuffer();
+    void ShareBuffer();
+    void ShareWith(const VXBitStream& outer) { m_Source = outer.m_Source; }
+    bool HasOnlyViews() const { return m_Source == nullptr || m_HasOnlyViews; }
+    bool Unshare();
+    unsigned int GetOwnBytesFrom(const unsigned char* bytes) const;
+    void ShrinkTo(unsigned char* bytes, unsigned int size);
     bool Grow(unsigned int size);
+    bool FailWithoutMemory();
     bool Allocate(unsigned int capacity);
     void ZeroUpTo(unsigned int size);
     bool MakeRoom(unsigned int count);
@@ -231,6 +256,9 @@ private:
     unsigned int m_Reserved = 0;  // what the allocator was asked for, at least the capacity
     IVXStream* m_Stream = nullptr;
     IVXStream* m_CompressionStream = nullptr;
+    VXByteView m_Shared;                   // holds the buffer instead, and the capacity is 0
+    const VXByteView* m_Source = nullptr;  // what views are parts of while something is loaded
+    bool m_HasOnlyViews = false;           // nobody sees the buffer but what is loaded from here
 };
 
 inline short VXBitStream::SetPosition(unsigned int position) {

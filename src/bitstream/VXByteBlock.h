@@ -1,13 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 
 #include "platform/VXExport.h"
 
-/// Raw bytes that copies may share: the body of a tag, or a part of one that is carried unread. Copying
-/// shares the bytes, the last holder frees them. The block knows how many bytes there really are, so that
-/// every view of it can be cut to that, whatever a length field says. An empty block owns nothing. It is used
-/// like the pointer that it converts to.
+/// Raw bytes that copies may share: a part of a tag that is carried unread. Copying shares the bytes, the last
+/// holder frees them. The block knows how many bytes there really are, so that every view of it can be cut to
+/// that, whatever a length field says. An empty block owns nothing. It is used like the pointer that it
+/// converts to.
 ///
 /// Holders may live in different threads; the bytes themselves are not guarded.
 class VXSWF_API VXByteBlock {
@@ -24,10 +25,6 @@ public:
     [[nodiscard]] static VXByteBlock CopyOf(const unsigned char* data, unsigned int size);
     /// Takes over an array made with `new[]`, also when it throws; empty for null.
     [[nodiscard]] static VXByteBlock Adopt(unsigned char* array, unsigned int size);
-    /// Hands the bytes over as an array that the caller deletes with `delete[]`, null when empty. They are
-    /// copied when somebody else still holds them or when they did not come as an array. The block is empty
-    /// afterwards.
-    [[nodiscard]] unsigned char* Release();
 
     /// Null when empty.
     unsigned char* GetBytes() const;
@@ -38,9 +35,57 @@ public:
     void Detach();
 
 private:
+    friend class VXByteView;
     struct Head;
+    struct Buffer;
 
     void Drop() noexcept;
 
     Head* m_Head = nullptr;
+};
+
+/// A part of a block or of a buffer, which lives as long as a view of it: the body of a tag. Copying shares
+/// the bytes. An empty view holds nothing.
+///
+/// A buffer of 1 MiB or more, as whole movies have, counts the views of every 256 KiB of it, and gives each
+/// such piece back to the system when no view is left there. So a single tag of a large movie that outlives
+/// the rest keeps no more than the pieces that it lies in. Bytes that a host shares stay until the last view
+/// of any part goes.
+///
+/// Holders may live in different threads; the bytes themselves are not guarded.
+class VXSWF_API VXByteView {
+public:
+    VXByteView() = default;
+    explicit VXByteView(VXByteBlock block) noexcept;
+    VXByteView(const VXByteView& other) noexcept;
+    VXByteView(VXByteView&& other) noexcept;
+    VXByteView& operator=(VXByteView other) noexcept;
+    ~VXByteView() { Drop(); }
+
+    /// The whole of a buffer that `VXPool::Resize` gave for `reserved` bytes, which the views own from now on;
+    /// the caller keeps it when this throws. `size` is not 0.
+    [[nodiscard]] static VXByteView TakeOver(unsigned char* buffer, unsigned int size, unsigned int reserved);
+    /// The whole of a host's bytes, of which the last view lets go. Views never change them.
+    [[nodiscard]] static VXByteView Share(std::shared_ptr<const unsigned char[]> bytes, unsigned int size);
+    /// What of `size` bytes from `offset` on there is.
+    [[nodiscard]] VXByteView Part(unsigned int offset, unsigned int size) const noexcept;
+
+    /// Null when empty.
+    unsigned char* GetBytes() const;
+    operator unsigned char*() const { return GetBytes(); }
+    unsigned int GetSize() const { return m_Size; }
+    explicit operator bool() const { return m_Head != nullptr; }
+    /// Gives this holder bytes of its own, before it changes them.
+    void Detach();
+
+private:
+    using Head = VXByteBlock::Head;
+    using Buffer = VXByteBlock::Buffer;
+
+    void Hold() const noexcept;
+    void Drop() noexcept;
+
+    Head* m_Head = nullptr;
+    unsigned int m_Offset = 0;
+    unsigned int m_Size = 0;
 };

@@ -305,11 +305,16 @@ Whole WholeUnits(void* block, std::size_t size, std::uintptr_t unit) {
 
 }  // namespace
 
-// Both are advice; a system that does not take it has lost nothing.
+// All are advice; a system that does not take it has lost nothing.
 
 void VXPool::PreferHugePages(void* block, std::size_t size) noexcept {
     const Whole whole = WholeUnits(block, size, std::size_t{2} << 20);
     if (whole.size != 0) madvise(reinterpret_cast<void*>(whole.start), whole.size, MADV_HUGEPAGE);
+}
+
+void VXPool::ReturnPages(void* part, std::size_t size) noexcept {
+    const Whole whole = WholeUnits(part, size, 4096);
+    if (whole.size != 0) madvise(reinterpret_cast<void*>(whole.start), whole.size, MADV_DONTNEED);
 }
 
 void VXPool::TouchPages(void* block, std::size_t size) noexcept {

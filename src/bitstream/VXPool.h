@@ -38,6 +38,8 @@ public:
     /// soon, with huge pages: the first touch of each small page costs more than filling it. Small blocks are
     /// left alone.
     static void PreferHugePages(void* block, std::size_t size) noexcept;
+    /// Gives the pages that lie whole in a part of a buffer back to the system; the part is not used again.
+    static void ReturnPages(void* part, std::size_t size) noexcept;
     /// Has the system provide all pages of a block that is about to be overwritten, in one go.
     static void TouchPages(void* block, std::size_t size) noexcept;
 };

@@ -238,8 +238,16 @@ TEST(VXBitStreamBuffer, CopiesNeverOwn) {
     copy = *&copy;
     EXPECT_EQ(copy.GetPosition(), 4u);
     EXPECT_EQ(copy.EnsureSize(513), 0) << "cannot grow what it does not own";
-    copy.Clean();
-    EXPECT_EQ(BytesOf(owner), Hex("11 22 33 44"));
+    copy = owner;
+    owner.LoadFromAllocedMem(owner.GetBuffer(), 3);
+    EXPECT_EQ(BytesOf(owner), Hex("11 22 33"));
+    owner = copy;
+    EXPECT_EQ(owner.WriteByte(0x55), kVXSuccess) << "grows as the owner that it still is";
+    EXPECT_EQ(BytesOf(owner), Hex("11 22 33 44 55"));
+    owner.LoadFromAllocedMem(owner.GetBuffer() + 1, 99);
+    EXPECT_EQ(BytesOf(owner), Hex("22 33 44 55"));
+    EXPECT_EQ(owner.Write(owner.GetBuffer(), 2u), kVXSuccess);
+    EXPECT_EQ(BytesOf(owner), Hex("22 33 44 55"));
 }
 
 TEST(VXBitStreamBuffer, LoadsAndDumpsAWholeStream) {
