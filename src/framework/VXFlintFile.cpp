@@ -47,6 +47,7 @@ VXErrorCodeEnum VXFlintFile::LoadFromStream(VXBitStream& in) {
     return FailWithoutMemory([&] {
         const std::size_t given = in.GetRemaining();
         VX_RETURN_IF_FAILED(LoadHdrFromStream(in));
+        in.ShareBuffer();
         const VXMemoryLimit limit(kRoom + kRoomPerByte * given + in.GetRemaining());
         return LoadFromStream(in, m_Version);
     });
@@ -57,6 +58,7 @@ VXErrorCodeEnum VXFlintFile::LoadFromStream(IVXStream* stream) {
     VXBitStream in;
     // A stream that could not be read whole leaves an empty buffer, and the header fails on that.
     in.LoadFromStream(stream);
+    in.m_HasOnlyViews = true;
     return LoadFromStream(in);
 }
 
@@ -218,6 +220,8 @@ VXFlintFile* VXFlintFile::Copy() {
     const unsigned int refusals = VXBitStream::GetNumRefusals();
     const VXErrorCodeEnum dumped = DumpPlain(wire);  // a copy holds as much as came through
     wire.SetPosition(0);
+    wire.ShareBuffer();
+    wire.m_HasOnlyViews = true;
     if (copy->LoadHdrFromStream(wire) == kVXSuccess) {
         VXIgnore(copy->LoadFromStream(wire, copy->m_Version));  // a tag that fails ends it
     }

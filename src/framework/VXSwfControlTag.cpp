@@ -1,6 +1,5 @@
 #include "framework/VXSwfControlTag.h"
 
-#include "framework/VXBodyScope_p.h"
 #include "framework/VXFlintIDMap.h"
 
 VXSwfControlTag::VXSwfControlTag(enuTagType type, short parsing) : VXSwfTag(type, parsing) {}
@@ -18,7 +17,5 @@ void VXSwfControlTag::UpdateReferenceIDs(VXFlintIDMap* map) {
 VXErrorCodeEnum VXSwfControlTag::DumpBody(VXBitStream& out, VXBitStream& body) {
     VX_RETURN_IF_FAILED(body.FlushBits());
     if (body.HasFailed()) return kVXFailure;
-    VXBodyScope scope(*this);
-    scope.Lend(body);
-    return DumpHdrAndData(out);
+    return DumpHdrAndBody(out, body);
 }

@@ -18,8 +18,8 @@ protected:
     VXSwfControlTag(const VXSwfControlTag&) = default;
     VXSwfControlTag& operator=(const VXSwfControlTag&) = default;
 
-    /// The common end of every dump: flushes `body`, lends it, and writes header and bytes to `out`. The tag
-    /// has the length of `body` afterwards, and the body kept from the load is in force again.
+    /// The common end of every dump: flushes `body` and writes header and bytes to `out`. The tag has the length
+    /// of `body` afterwards, and the body kept from the load stays in force.
     VXErrorCodeEnum DumpBody(VXBitStream& out, VXBitStream& body);
     /// A dump that makes the body anew: `writeFields(body)` and `DumpBody`.
     template <typename WriteFields>

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <string>
 
-#include "framework/VXBodyScope_p.h"
-
 namespace {
 
 constexpr unsigned int kIdSize = 2;
@@ -48,17 +46,12 @@ VXErrorCodeEnum VXSwfDefinitionTag::DumpToStream(VXBitStream& out, VXBitStream* 
     whole.SetPosition(0);
     VX_RETURN_IF_FAILED(WriteCharacterID(whole));
     if (body == nullptr) {
-        // The bytes are this function's own, so they are taken back before they go.
         VX_RETURN_IF_FAILED(own.Write(GetBody(), std::min(VXSwfTag::GetTagLen(), GetBodySize())));
-        VXBodyScope scope(*this);
-        scope.Lend(own);
-        return DumpHdrAndData(out);
     }
-    SetTagLen(whole.GetSize());
-    SetData(whole.GetBuffer());
-    VX_RETURN_IF_FAILED(DumpHdrAndData(out));
-    SetData(nullptr);
-    return kVXSuccess;
+    const VXErrorCodeEnum result = DumpHdrAndBody(out, whole);
+    // Kept: what a caller gave stays lent after a failed write. The bytes of this function do not.
+    if (result != kVXSuccess && body != nullptr) SetData(whole.GetBuffer());
+    return result;
 }
 
 VXErrorCodeEnum VXSwfDefinitionTag::WriteCharacterID(VXBitStream& out) {
@@ -70,6 +63,10 @@ void VXSwfDefinitionTag::BeginBody(VXBitStream& body) { body.SetPosition(kIdSize
 VXErrorCodeEnum VXSwfDefinitionTag::DumpBody(VXBitStream& out, VXBitStream& body) {
     VX_RETURN_IF_FAILED(body.FlushBits());
     if (body.HasFailed()) return kVXFailure;
-    VXBodyScope scope(*this);
+    struct Unwound {
+        VXSwfDefinitionTag& tag;
+        const Loan* mark = tag.GetLoan();
+        ~Unwound() { tag.DropLoans(mark); }
+    } const unwound{*this};
     return DumpToStream(out, &body);
 }

@@ -13,29 +13,35 @@
 #include "framework/VXSwfTagNames_p.h"
 #include "framework/VXSwfTagSet.h"
 
-/// One body that is lent, and the loan below it.
-struct VXSwfTag::Loan : VXPooled {
+// Movies have hundreds of thousands.
+static_assert(sizeof(void*) != 8 || sizeof(VXSwfTag) <= 40);
+
+/// A body that is lent, and the one below it. It takes the place of the body, in a block.
+struct VXSwfTag::Loan {
     unsigned char* data;
-    Loan* below;
+    VXByteView below;
+    bool isBelowLent;
 };
 
 VXSwfTag::VXSwfTag(enuTagType type, short parsing) : m_TagType(type), m_Parsing(parsing) {}
 
-VXSwfTag::VXSwfTag(const VXSwfTag& other)
-    : m_TagType(other.m_TagType),
-      m_TagLen(other.GetLengthWithoutLoans()),
-      m_Data(other.m_Data),
-      m_IsLongTag(other.m_IsLongTag),
-      m_Parsing(other.m_Parsing),
-      m_FLVersion(other.m_FLVersion) {}
+VXSwfTag::VXSwfTag(const VXSwfTag& other) : m_TagType(other.m_TagType) { *this = other; }
 
 VXSwfTag& VXSwfTag::operator=(const VXSwfTag& other) {
     if (this == &other) return *this;
     DropLoans();
     m_TagType = other.m_TagType;
-    m_TagLen = other.GetLengthWithoutLoans();
-    m_Data = other.m_Data;
+    m_TagLen = other.m_TagLen;
+    m_Body = other.m_Body;
+    // A copy takes nothing over that is lent.
+    if (other.m_IsLent != 0) {
+        const Loan* loan = other.GetLoan();
+        while (loan->isBelowLent) loan = reinterpret_cast<Loan*>(loan->below.GetBytes());
+        m_Body = loan->below;
+        m_TagLen = m_Body.GetSize();
+    }
     m_IsLongTag = other.m_IsLongTag;
+    m_IsOwnBody = other.m_IsOwnBody;
     m_Parsing = other.m_Parsing;
     m_FLVersion = other.m_FLVersion;
     return *this;
@@ -43,9 +49,12 @@ VXSwfTag& VXSwfTag::operator=(const VXSwfTag& other) {
 
 VXSwfTag::~VXSwfTag() { DropLoans(); }
 
-/// A loan has the length that the tag states, so none may outlive a change of it.
-void VXSwfTag::DropLoans() {
-    while (m_DataStack != nullptr) SetData(nullptr);
+VXSwfTag::Loan* VXSwfTag::GetLoan() const {
+    return m_IsLent != 0 ? reinterpret_cast<Loan*>(m_Body.GetBytes()) : nullptr;
+}
+
+void VXSwfTag::DropLoans(const Loan* mark) {
+    while (m_IsLent != 0 && GetLoan() != mark) SetData(nullptr);
 }
 
 VXErrorCodeEnum VXSwfTag::LoadFromStream(VXBitStream& in) {
@@ -55,19 +64,19 @@ VXErrorCodeEnum VXSwfTag::LoadFromStream(VXBitStream& in) {
     m_TagLen = header & 0x3Fu;
     DropLoans();
     // The stream may lie over the old body.
-    const VXByteBlock old = std::exchange(m_Data, VXByteBlock());
+    const VXByteView old = std::exchange(m_Body, VXByteView());
     if (m_TagLen == kLongLength) {
         m_IsLongTag = 1;
         VX_RETURN_IF_FAILED(in.ReadDWord(m_TagLen));
     }
     if (m_TagLen == 0) return kVXSuccess;
-    m_TagLen = std::min(m_TagLen, in.GetRemaining());
+    m_IsOwnBody = in.HasOnlyViews() ? 1 : 0;
+    m_Body = in.ReadView(m_TagLen);
+    m_TagLen = m_Body.GetSize();
     if (m_TagLen == 0) return kVXFailure;
-    m_Data = VXByteBlock::Allocate(m_TagLen);
-    unsigned int count = m_TagLen;
-    VX_RETURN_IF_FAILED(in.Read(m_Data.GetBytes(), count));
     if (m_HasFields == 0) return kVXSuccess;
     VXBitStream fields = GetDataStream();
+    fields.ShareWith(in);
     return LoadDataFromStream(fields);
 }
 
@@ -75,9 +84,17 @@ VXErrorCodeEnum VXSwfTag::DumpToStream(VXBitStream& out) { return DumpHdrAndData
 
 VXErrorCodeEnum VXSwfTag::DumpHdrAndData(VXBitStream& out) {
     // A header that stated more than is there would swallow the tags behind it.
-    const unsigned int length = std::min(m_TagLen, GetBodySize());
+    return DumpHdrAndBytes(out, GetBody(), std::min(m_TagLen, GetBodySize()));
+}
+
+VXErrorCodeEnum VXSwfTag::DumpHdrAndBody(VXBitStream& out, VXBitStream& body) {
+    m_TagLen = body.GetSize();
+    return DumpHdrAndBytes(out, body.GetBuffer(), m_TagLen);
+}
+
+VXErrorCodeEnum VXSwfTag::DumpHdrAndBytes(VXBitStream& out, const unsigned char* body, unsigned int length) {
     VX_RETURN_IF_FAILED(DumpHdr(length, out));
-    return length == 0 ? kVXSuccess : out.Write(GetBody(), length);
+    return length == 0 ? kVXSuccess : out.Write(body, length);
 }
 
 VXErrorCodeEnum VXSwfTag::DumpHdrToStream(VXBitStream& out) { return DumpHdr(m_TagLen, out); }
@@ -108,18 +125,11 @@ VXSwfTag* VXSwfTag::CopyThroughWire(VXSwfTag* copy) {
     return owner.release();
 }
 
-unsigned char* VXSwfTag::GetBody() const {
-    return m_DataStack != nullptr ? m_DataStack->data : m_Data.GetBytes();
-}
-
-/// The length without what is lent now, which a copy does not take over.
-unsigned int VXSwfTag::GetLengthWithoutLoans() const {
-    return m_DataStack != nullptr ? m_Data.GetSize() : m_TagLen;
-}
+unsigned char* VXSwfTag::GetBody() const { return m_IsLent != 0 ? GetLoan()->data : m_Body.GetBytes(); }
 
 unsigned int VXSwfTag::GetBodySize() const {
     // Whoever lends a body sets the length to what it has.
-    return m_DataStack != nullptr ? m_TagLen : m_Data.GetSize();
+    return m_IsLent != 0 ? m_TagLen : m_Body.GetSize();
 }
 
 unsigned char* VXSwfTag::GetFirstWord() const {
@@ -128,24 +138,29 @@ unsigned char* VXSwfTag::GetFirstWord() const {
 
 void VXSwfTag::SetData(unsigned char* data) {
     if (data != nullptr) {
-        auto* loan = new Loan;
-        loan->data = data;
-        loan->below = m_DataStack;
-        m_DataStack = loan;
-    } else if (m_DataStack != nullptr) {
-        Loan* loan = m_DataStack;
-        m_DataStack = loan->below;
-        delete loan;
+        VXByteView place(VXByteBlock::Allocate(sizeof(Loan)));
+        new (place.GetBytes()) Loan{data, std::move(m_Body), m_IsLent != 0};
+        m_Body = std::move(place);
+        m_IsLent = 1;
+    } else if (Loan* loan = GetLoan(); loan != nullptr) {
+        VXByteView below = std::move(loan->below);
+        m_IsLent = loan->isBelowLent ? 1 : 0;
+        loan->~Loan();
+        m_Body = std::move(below);
     } else {
-        m_Data = VXByteBlock();
+        m_Body = VXByteView();
     }
 }
 
 void VXSwfTag::SetCharacterId(unsigned short id) {
-    if (unsigned char* word = GetFirstWord(); word != nullptr) {
-        word[0] = static_cast<unsigned char>(id);
-        word[1] = static_cast<unsigned char>(id >> 8);
+    if (GetFirstWord() == nullptr) return;
+    if (m_IsLent == 0 && m_IsOwnBody == 0) {
+        m_Body.Detach();
+        m_IsOwnBody = 1;
     }
+    unsigned char* word = GetFirstWord();
+    word[0] = static_cast<unsigned char>(id);
+    word[1] = static_cast<unsigned char>(id >> 8);
 }
 
 namespace {

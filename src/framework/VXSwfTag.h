@@ -19,9 +19,12 @@ class VXSwfTagSet;
 ///     [u32]      length of the body, where the short field does not hold it or the long form was asked for
 ///     body
 ///
-/// A tag that encodes itself anew builds its body in a local stream, lends it to the tag for the length of a
-/// dump and takes it back; the body kept from the load is in force again on every way out. `SetData` is that
-/// loan. What is lent is never freed by the tag.
+/// A body that is loaded from a movie is a view of the movie's bytes, else it has bytes of its own. It gets
+/// bytes of its own before an ID in it is set where others may see the change: a sprite's body, which has the
+/// bodies of its tags in it, or a host's stream.
+///
+/// A tag that encodes itself anew writes header and body from a local stream; the body kept from the load
+/// stays in force. `SetData` lends a tag another body, which it never frees.
 ///
 /// Made by `VXSwfTagFactory`, owned by the tag set that holds it, else by whoever made it. Copies made with
 /// `Copy` are independent; copy construction shares the bytes of the kept body, and not what is lent.
@@ -61,7 +64,7 @@ public:
     virtual void SetFLVersion(unsigned char version);
     virtual unsigned char GetFLVersion() const;
     /// The body in force, `GetTagLen()` bytes of it as far as they are there; null without one. The tag owns
-    /// it.
+    /// it, perhaps together with others, so it is not to be changed there.
     virtual unsigned char* GetData();
     virtual unsigned int GetTagLen();
     /// Reads the fields from a stream over the body; here there are none.
@@ -93,6 +96,7 @@ protected:
     VXSwfTag& operator=(const VXSwfTag& other);
 
     void SetTagType(enuTagType type) { m_TagType = type; }
+    /// What is lent has this length too.
     void SetTagLen(unsigned int length) { m_TagLen = length; }
     void SetParsing(short parsing) { m_Parsing = parsing; }
     short IsParsed() const { return m_Parsing; }
@@ -113,13 +117,15 @@ protected:
     unsigned int GetBodySize() const;
     /// The body kept from the load, for classes that go on using its bytes. They share it, and detach what
     /// they share before they change it.
-    const VXByteBlock& GetKeptBody() const { return m_Data; }
+    VXByteView GetKeptBody() const { return m_IsLent != 0 ? VXByteView() : m_Body; }
+    /// Takes `body` for a new one of the tag: header and bytes. The tag has its length afterwards, and the
+    /// body kept from the load stays in force.
+    VXErrorCodeEnum DumpHdrAndBody(VXBitStream& out, VXBitStream& body);
 
 private:
     friend class VXSwfTagFactory;
     friend class VXSwfTagSet;
     friend class VXSwfDefinitionTag;
-    friend class VXBodyScope;
     friend class VXDependencyWalk;
 
     struct Loan;
@@ -129,14 +135,18 @@ private:
     unsigned char* GetBody() const;
     unsigned int GetLengthWithoutLoans() const;
     VXErrorCodeEnum DumpHdr(unsigned int length, VXBitStream& out);
-    void DropLoans();
+    VXErrorCodeEnum DumpHdrAndBytes(VXBitStream& out, const unsigned char* body, unsigned int length);
+    Loan* GetLoan() const;
+    /// Takes back what was lent since `mark` was the loan.
+    void DropLoans(const Loan* mark = nullptr);
 
     enuTagType m_TagType;
     unsigned int m_TagLen = 0;
-    VXByteBlock m_Data;           // as read
-    Loan* m_DataStack = nullptr;  // what is lent, the last loan first
+    VXByteView m_Body;  // as read, or the loan, which keeps it
     // Packed, so that a raw tag takes 40 bytes: movies have hundreds of thousands.
-    unsigned int m_Holders : 29 = 0;       // entries of tag sets that have the tag; the last one deletes it
+    unsigned int m_Holders : 27 = 0;       // entries of tag sets that have the tag; the last one deletes it
+    unsigned int m_IsLent : 1 = 0;         // the body is a `Loan`
+    unsigned int m_IsOwnBody : 1 = 0;      // nobody else looks at the body's bytes
     unsigned int m_IsLongTag : 1 = 0;      // nothing but its being set is ever asked
     unsigned int m_IsFromFactory : 1 = 0;  // and so of a class of this library, none of a host's
     unsigned int m_HasFields : 1 = 1;      // clear for what the factory made to be carried as it comes

@@ -39,9 +39,10 @@ VXErrorCodeEnum VXSwfPlaceObject3Tag::LoadDataFromStream(VXBitStream& in) {
         VX_RETURN_IF_FAILED(in.ReadWord(ClipDepth));
     }
     // Filters, blend mode and clip actions stay in the body.
-    const VXByteBlock& kept = GetKeptBody();
-    const bool isKept = kept.GetBytes() == in.GetBuffer() && kept.GetSize() == in.GetSize();
-    RawBody = isKept ? kept : VXByteBlock::CopyOf(in.GetBuffer(), in.GetSize());
+    RawBody = GetKeptBody();
+    if (RawBody.GetBytes() != in.GetBuffer() || RawBody.GetSize() != in.GetSize()) {
+        RawBody = VXByteView(VXByteBlock::CopyOf(in.GetBuffer(), in.GetSize()));
+    }
     return kVXSuccess;
 }
 

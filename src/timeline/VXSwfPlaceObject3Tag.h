@@ -57,7 +57,7 @@ public:
     unsigned int CharacterIdOffset = 0;  ///< in `RawBody`; 0 for not there, as with `ClipDepthOffset`
     unsigned int ClipDepthOffset = 0;
     VXString ClassName;
-    VXByteBlock RawBody;  ///< the whole body as loaded; empty for a tag built by code
+    VXByteView RawBody;  ///< the whole body as loaded; empty for a tag built by code
 
 private:
     friend class VXSwfTagFactory;

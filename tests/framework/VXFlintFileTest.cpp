@@ -58,6 +58,46 @@ TEST_F(VXFlintFileTest, RawMoviesComeBackAsTheyWere) {
     EXPECT_EQ(DumpOf(copied), kMovie) << "assigned movies share their tags";
 }
 
+TEST_F(VXFlintFileTest, BodiesLieInTheBytesThatTheLibraryHolds) {
+    const Bytes inner = TagBytes(61, Hex("05 00 01")), sprite = Sprite(5, 0, inner);
+    const Bytes bytes = MovieBytes(6, Join({inner, sprite}));
+    bool isHeld = true;
+    const auto load = [&](int way, VXFlintFile& movie) {
+        VXBitStream in = StreamOver(bytes);
+        if (way == 1) {
+            in = VXBitStream();
+            VXIgnore(in.Write(bytes.data(), static_cast<unsigned int>(bytes.size())));
+            EXPECT_EQ(in.SetPosition(0), 1);
+        } else if (way == 2) {
+            const auto drop = [&isHeld](const unsigned char*) { isHeld = false; };
+            in.LoadFromSharedMem({bytes.data(), drop}, static_cast<unsigned int>(bytes.size()));
+        }
+        EXPECT_EQ(movie.LoadFromStream(in), kVXSuccess);
+        const unsigned char* body = (*movie.begin())->GetData();
+        const bool isView = body >= in.GetBuffer() && body < in.GetBuffer() + in.GetSize();
+        EXPECT_EQ(isView, way != 0) << "borrowed bytes are copied";
+        if (way == 0) return;
+        EXPECT_EQ(in.SetPosition(0), 1);
+        EXPECT_EQ(in.Write(Repeat(30, 0xFF).data(), 30u), kVXSuccess) << "into a buffer of its own";
+    };
+    for (const int way : {0, 1, 2}) {
+        VXFlintFile movie;
+        load(way, movie);
+        EXPECT_EQ(DumpOf(movie), bytes);
+        VXSwfTag* last = *std::prev(movie.end());
+        auto* set = dynamic_cast<VXSwfTagSet*>(last);
+        ASSERT_NE(set, nullptr);
+        (*set->begin())->SetReferencedID(9);
+        (*movie.begin())->SetReferencedID(9);
+        VXBitStream kept = last->GetDataStream();
+        EXPECT_EQ(BytesOf(kept), Join({Word(0), inner, Hex("00 00")})) << "the body of a sprite has its own";
+        EXPECT_EQ(DumpOf(*set), TagBytes(61, Hex("09 00 01")));
+        EXPECT_EQ(isHeld, true);
+    }
+    EXPECT_EQ(isHeld, false);
+    EXPECT_EQ(bytes, MovieBytes(6, Join({inner, sprite}))) << "shared bytes are never changed";
+}
+
 TEST_F(VXFlintFileTest, TheEndTagStandsBehindWhateverTheStreamHeld) {
     ASSERT_EQ(LoadInto(file, MovieBytes(6, kShowFrame)), kVXSuccess);
     VXBitStream out;
