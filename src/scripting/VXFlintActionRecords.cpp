@@ -71,9 +71,8 @@ VXErrorCodeEnum VXFlintActionRecords::LoadFromStream(VXBitStream& in) {
         memory.SetOutputStream(nullptr);  // its position would be that of the writes
         const Extent extent = MeasureList(memory.GetBuffer() + memory.GetPosition(), memory.GetRemaining());
         if (extent.count != 0) {
-            m_Packed = VXByteBlock::Allocate(extent.length);
-            unsigned int length = extent.length;
-            return in.Read(m_Packed.GetBytes(), length);
+            m_Packed = in.ReadView(extent.length);
+            return kVXSuccess;
         }
     }
     Unpack();
@@ -108,7 +107,7 @@ void VXFlintActionRecords::Unpack() const {
     bytes.LoadFromAllocedMem(m_Packed.GetBytes(), m_Packed.GetSize());
     VXIgnore(list.LoadRecords(bytes));  // it was complete when it was packed
     m_Records.swap(list.m_Records);
-    m_Packed = VXByteBlock();
+    m_Packed = VXByteView();
 }
 
 void VXFlintActionRecords::Append(std::unique_ptr<VXFlintActionRecord> record) {

@@ -56,6 +56,6 @@ private:
     short AddActionToList(unsigned char code, const unsigned char* data, unsigned int length);
 
     // One of the two is empty. Who asks for an action changes the form and not the contents.
-    mutable VXByteBlock m_Packed;  // the wire form, complete with its end
+    mutable VXByteView m_Packed;  // the wire form, complete with its end
     mutable std::vector<VXFlintActionRecord*, VXPoolAllocator<VXFlintActionRecord*>> m_Records;
 };
