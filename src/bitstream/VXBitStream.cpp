@@ -20,8 +20,7 @@ constexpr unsigned int kGrowthStep = 512;
 constexpr unsigned int kRunAhead = 65536;
 constexpr unsigned int kTouchedAhead = 65536;
 constexpr std::size_t kHeadOfText = 24;  // what a string of few letters takes beside them
-
-constinit thread_local unsigned int theRefusals = 0;
+constexpr unsigned int kLargestSpare = 65536;
 
 }  // namespace
 
@@ -42,12 +41,28 @@ VXBitStream& VXBitStream::operator=(const VXBitStream& other) {
     m_BitBuffer = other.m_BitBuffer;
     m_BitCount = other.m_BitCount;
     m_HasFailed = other.m_HasFailed;
+    m_IsOutOfMemory = other.m_IsOutOfMemory;
     m_Stream = other.m_Stream;
     m_CompressionStream = other.m_CompressionStream;
     return *this;
 }
 
-VXBitStream::~VXBitStream() { FreeBuffer(); }
+VXBitStream::~VXBitStream() {
+    FreeBuffer();
+    VXPool::FreeBuffer(m_Spare, m_SpareSize);
+}
+
+VXNestedStream::VXNestedStream(VXBitStream& outer) : m_Outer(outer) {
+    m_Buffer = std::exchange(outer.m_Spare, nullptr);
+    m_Capacity = m_Reserved = std::exchange(outer.m_SpareSize, 0);
+}
+
+VXNestedStream::~VXNestedStream() {
+    if (m_IsOutOfMemory) m_Outer.m_HasFailed = m_Outer.m_IsOutOfMemory = true;
+    if (m_Attached != 0 || m_Shared || m_Reserved > kLargestSpare || m_Outer.m_Spare != nullptr) return;
+    m_Outer.m_Spare = std::exchange(m_Buffer, nullptr);
+    m_Outer.m_SpareSize = std::exchange(m_Reserved, 0);
+}
 
 void VXBitStream::FreeBuffer() {
     if (m_Attached == 0 && !m_Shared) VXPool::FreeBuffer(m_Buffer, m_Reserved);
@@ -103,10 +118,8 @@ void VXBitStream::ShrinkTo(unsigned char* bytes, unsigned int size) {
 void VXBitStream::Clean() {
     FreeBuffer();
     m_Position = 0;
-    m_HasFailed = false;
+    ForgetFailure();
 }
-
-unsigned int VXBitStream::GetNumRefusals() { return theRefusals; }
 
 short VXBitStream::EnsureSize(unsigned int size) {
     if (size > std::max(m_Capacity, m_Size) && !Grow(size)) return 0;
@@ -127,8 +140,7 @@ bool VXBitStream::Grow(unsigned int size) {
 
 bool VXBitStream::FailWithoutMemory() {
     FreeBuffer();
-    m_HasFailed = true;
-    ++theRefusals;
+    m_HasFailed = m_IsOutOfMemory = true;
     return false;
 }
 
@@ -204,7 +216,7 @@ void VXBitStream::LoadFromAllocedMem(const unsigned char* data, unsigned int len
         m_Attached = 1;
     }
     m_Position = 0;
-    m_HasFailed = false;
+    ForgetFailure();
 }
 
 void VXBitStream::LoadFromSharedMem(std::shared_ptr<const unsigned char[]> data, unsigned int length) {
@@ -307,6 +319,14 @@ VXErrorCodeEnum VXBitStream::WriteAway(const void* data, unsigned int length) {
 
 /// The end of the data, and fields of more than 32 bits; `count` is above the bits at hand.
 VXErrorCodeEnum VXBitStream::ReadBitsSlowly(unsigned int count, unsigned int& value) {
+    const unsigned int bits = count - m_BitCount;
+    if (m_Size >= 8 && count <= 32 && std::uint64_t{m_Position} + (bits + 7) / 8 <= m_Size) {
+        // The last eight bytes of the data, without those in front of the position.
+        std::uint64_t window;
+        std::memcpy(&window, m_Buffer + m_Size - 8, sizeof window);
+        TakeBits(__builtin_bswap64(window) << 8 * (m_Position + 8 - m_Size), bits, value);
+        return kVXSuccess;
+    }
     value = m_BitBuffer;
     for (unsigned int need = count - m_BitCount; need != 0;) {
         DropBits();

@@ -82,10 +82,9 @@ public:
     /// no room, the output stream took only a part, or it did not reach a position. Most writes of bits and
     /// text do not report that themselves.
     bool HasFailed() const { return m_HasFailed; }
-    void ForgetFailure() { m_HasFailed = false; }
-    /// How often a stream of this thread was refused memory. Who drops the results of writes and loads
-    /// compares the count before and after.
-    static unsigned int GetNumRefusals();
+    /// Whether bytes were lost for want of memory, here or in a `VXNestedStream`; then `HasFailed` too.
+    bool IsOutOfMemory() const { return m_IsOutOfMemory; }
+    void ForgetFailure() { m_HasFailed = m_IsOutOfMemory = false; }
     /// Where `StreamedCompress` and the stream form of `Compress` put their result. Not owned.
     void SetCompressionStream(IVXStream* stream) { m_CompressionStream = stream; }
 
@@ -208,6 +207,7 @@ public:
 private:
     friend class VXBitRun;
     friend class VXFlintFile;
+    friend class VXNestedStream;
     friend class VXSwfTag;
     static constexpr unsigned int kLongestRun = 56;  // with 7 pending bits less than 8 bytes
 
@@ -221,6 +221,7 @@ private:
     void ShareBuffer();
     void ShareWith(const VXBitStream& outer) { m_Source = outer.m_Source; }
     bool HasOnlyViews() const { return m_Source == nullptr || m_HasOnlyViews; }
+    bool IsBorrowed() const { return m_Attached != 0 && m_Stream == nullptr; }
     bool Unshare();
     unsigned int GetOwnBytesFrom(const unsigned char* bytes) const;
     void ShrinkTo(unsigned char* bytes, unsigned int size);
@@ -230,6 +231,7 @@ private:
     void ZeroUpTo(unsigned int size);
     bool MakeRoom(unsigned int count);
     unsigned int ReadUpTo(void* target, unsigned int length);
+    void TakeBits(std::uint64_t window, unsigned int need, unsigned int& value);
     VXErrorCodeEnum ReadBitsSlowly(unsigned int count, unsigned int& value);
     VXErrorCodeEnum WriteSBitsSlowly(int value, unsigned int count);
     void WriteRun(std::uint64_t bits, unsigned int count);
@@ -253,12 +255,27 @@ private:
     unsigned int m_BitCount = 0;  // 0 to 7
     short m_Attached = 0;
     mutable bool m_HasFailed = false;
+    bool m_IsOutOfMemory = false;
+    bool m_HasOnlyViews = false;  // nobody sees the buffer but what is loaded from here
     unsigned int m_Reserved = 0;  // what the allocator was asked for, at least the capacity
     IVXStream* m_Stream = nullptr;
     IVXStream* m_CompressionStream = nullptr;
     VXByteView m_Shared;                   // holds the buffer instead, and the capacity is 0
     const VXByteView* m_Source = nullptr;  // what views are parts of while something is loaded
-    bool m_HasOnlyViews = false;           // nobody sees the buffer but what is loaded from here
+    unsigned char* m_Spare = nullptr;      // for the next nested stream
+    unsigned int m_SpareSize = 0;
+};
+
+/// A stream in memory for bytes that go to `outer` when they are complete, such as the body of a tag behind
+/// its header. One after the other, the nested streams of a stream use the same buffer.
+class VXSWF_API VXNestedStream : public VXBitStream {
+public:
+    explicit VXNestedStream(VXBitStream& outer);
+    /// Tells `outer` of a lack of memory.
+    ~VXNestedStream() override;
+
+private:
+    VXBitStream& m_Outer;
 };
 
 inline short VXBitStream::SetPosition(unsigned int position) {
@@ -303,16 +320,19 @@ inline VXErrorCodeEnum VXBitStream::ReadBits(unsigned int count, unsigned int& v
     if (count > 32 || std::uint64_t{m_Position} + 8 > std::uint64_t{m_Size} || m_Buffer == nullptr) {
         return ReadBitsSlowly(count, value);
     }
-    const unsigned int need = count - m_BitCount;
     std::uint64_t window;
     std::memcpy(&window, m_Buffer + m_Position, sizeof window);
-    window = __builtin_bswap64(window);
+    TakeBits(__builtin_bswap64(window), count - m_BitCount, value);
+    return kVXSuccess;
+}
+
+/// Reads a field of the bits at hand and `need` more, which stand at the top of `window`.
+inline void VXBitStream::TakeBits(std::uint64_t window, unsigned int need, unsigned int& value) {
     const unsigned int bytes = (need + 7) / 8;
     value = static_cast<unsigned int>((std::uint64_t{m_BitBuffer} << need) | (window >> (64 - need)));
     m_Position += bytes;
     m_BitCount = bytes * 8 - need;
     m_BitBuffer = m_Buffer[m_Position - 1] & ((1u << m_BitCount) - 1);
-    return kVXSuccess;
 }
 
 inline VXErrorCodeEnum VXBitStream::ReadSBits(unsigned int count, int& value) {

@@ -217,15 +217,14 @@ VXErrorCodeEnum VXFlintFile::DumpPlain(VXBitStream& out) {
 VXFlintFile* VXFlintFile::Copy() {
     auto copy = std::make_unique<VXFlintFile>();
     VXBitStream wire;
-    const unsigned int refusals = VXBitStream::GetNumRefusals();
     const VXErrorCodeEnum dumped = DumpPlain(wire);  // a copy holds as much as came through
+    if (wire.IsOutOfMemory()) throw std::bad_alloc();
     wire.SetPosition(0);
     wire.ShareBuffer();
     wire.m_HasOnlyViews = true;
     if (copy->LoadHdrFromStream(wire) == kVXSuccess) {
         VXIgnore(copy->LoadFromStream(wire, copy->m_Version));  // a tag that fails ends it
     }
-    if (VXBitStream::GetNumRefusals() != refusals) throw std::bad_alloc();
     // Kept: the room for the copy is the length that this header states, so its end tag lies no earlier than
     // that and its own length says so. The gap itself would only ever hold zeros, which nothing reads.
     const std::uint64_t stated = std::uint64_t{m_FileLength} + kEndTagSize;

@@ -24,7 +24,7 @@ protected:
     /// A dump that makes the body anew: `writeFields(body)` and `DumpBody`.
     template <typename WriteFields>
     VXErrorCodeEnum DumpFields(VXBitStream& out, const WriteFields& writeFields) {
-        VXBitStream body;
+        VXNestedStream body(out);
         VX_RETURN_IF_FAILED(writeFields(body));
         return DumpBody(out, body);
     }

@@ -41,16 +41,16 @@ unsigned int VXSwfDefinitionTag::GetTagLen() {
 }
 
 VXErrorCodeEnum VXSwfDefinitionTag::DumpToStream(VXBitStream& out, VXBitStream* body) {
-    VXBitStream own;
-    VXBitStream& whole = body != nullptr ? *body : own;
-    whole.SetPosition(0);
-    VX_RETURN_IF_FAILED(WriteCharacterID(whole));
     if (body == nullptr) {
+        VXNestedStream own(out);
+        VX_RETURN_IF_FAILED(WriteCharacterID(own));
         VX_RETURN_IF_FAILED(own.Write(GetBody(), std::min(VXSwfTag::GetTagLen(), GetBodySize())));
+        return DumpHdrAndBody(out, own);
     }
-    const VXErrorCodeEnum result = DumpHdrAndBody(out, whole);
-    // Kept: what a caller gave stays lent after a failed write. The bytes of this function do not.
-    if (result != kVXSuccess && body != nullptr) SetData(whole.GetBuffer());
+    body->SetPosition(0);
+    VX_RETURN_IF_FAILED(WriteCharacterID(*body));
+    const VXErrorCodeEnum result = DumpHdrAndBody(out, *body);
+    if (result != kVXSuccess) SetData(body->GetBuffer());  // Kept: it stays lent after a failed write.
     return result;
 }
 

@@ -40,7 +40,7 @@ protected:
     /// A dump that makes the body anew: `BeginBody`, `writeFields(body)` and `DumpBody`.
     template <typename WriteFields>
     VXErrorCodeEnum DumpFields(VXBitStream& out, const WriteFields& writeFields) {
-        VXBitStream body;
+        VXNestedStream body(out);
         BeginBody(body);
         VX_RETURN_IF_FAILED(writeFields(body));
         return DumpBody(out, body);

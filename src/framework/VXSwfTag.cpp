@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <string>
@@ -93,18 +94,37 @@ VXErrorCodeEnum VXSwfTag::DumpHdrAndBody(VXBitStream& out, VXBitStream& body) {
 }
 
 VXErrorCodeEnum VXSwfTag::DumpHdrAndBytes(VXBitStream& out, const unsigned char* body, unsigned int length) {
-    VX_RETURN_IF_FAILED(DumpHdr(length, out));
-    return length == 0 ? kVXSuccess : out.Write(body, length);
+    constexpr unsigned int kSmall = 122;
+    // Borrowed room may take the header and not the body, so both go by themselves.
+    if (length == 0 || length > kSmall || out.IsBorrowed()) {
+        VX_RETURN_IF_FAILED(DumpHdr(length, out));
+        return length == 0 ? kVXSuccess : out.Write(body, length);
+    }
+    unsigned char bytes[kLongestHdr + kSmall];
+    const unsigned int size = MakeHdr(length, bytes);
+    std::memcpy(bytes + size, body, length);
+    VXIgnore(out.FlushBits());  // a failed flush does not hold up the bytes
+    return out.Write(bytes, size + length);
 }
 
 VXErrorCodeEnum VXSwfTag::DumpHdrToStream(VXBitStream& out) { return DumpHdr(m_TagLen, out); }
 
 VXErrorCodeEnum VXSwfTag::DumpHdr(unsigned int length, VXBitStream& out) {
-    const auto type = static_cast<unsigned short>(m_TagType << 6);
-    const bool isLong = m_IsLongTag != 0 || length >= kLongLength;
+    unsigned char bytes[kLongestHdr];
+    const unsigned int size = MakeHdr(length, bytes);
     // Kept: the word is not examined.
-    VXIgnore(out.WriteWord(static_cast<unsigned short>(type | (isLong ? kLongLength : length))));
-    return isLong ? out.WriteDWord(length) : kVXSuccess;
+    VXIgnore(out.WriteWord(static_cast<unsigned short>(bytes[0] | bytes[1] << 8)));
+    return size == kLongestHdr ? out.WriteDWord(length) : kVXSuccess;
+}
+
+/// Answers how many bytes the header for a body of `length` takes.
+unsigned int VXSwfTag::MakeHdr(unsigned int length, unsigned char* bytes) const {
+    const bool isLong = m_IsLongTag != 0 || length >= kLongLength;
+    const auto word = static_cast<unsigned short>(m_TagType << 6 | (isLong ? kLongLength : length));
+    std::memcpy(bytes, &word, sizeof word);
+    if (!isLong) return sizeof word;
+    std::memcpy(bytes + sizeof word, &length, sizeof length);
+    return kLongestHdr;
 }
 
 VXErrorCodeEnum VXSwfTag::GenerateTagHdr(unsigned char length, VXBitStream& out) {
@@ -116,12 +136,11 @@ VXSwfTag* VXSwfTag::Copy() { return CopyThroughWire(VXSwfTagFactory::CreateTagOf
 VXSwfTag* VXSwfTag::CopyThroughWire(VXSwfTag* copy) {
     if (copy == nullptr) return nullptr;
     std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)> owner(copy, &VXSwfTagFactory::DeleteTag);
-    const unsigned int refusals = VXBitStream::GetNumRefusals();
     VXBitStream wire;
     VXIgnore(DumpToStream(wire));  // a copy holds as much as came through
+    if (wire.IsOutOfMemory()) throw std::bad_alloc();
     wire.SetPosition(0);
     VXIgnore(copy->LoadFromStream(wire));
-    if (VXBitStream::GetNumRefusals() != refusals) throw std::bad_alloc();
     return owner.release();
 }
 

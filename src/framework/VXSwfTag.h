@@ -131,9 +131,10 @@ private:
     struct Loan;
 
     static constexpr unsigned int kLongLength = 63;
+    static constexpr unsigned int kLongestHdr = 6;
 
     unsigned char* GetBody() const;
-    unsigned int GetLengthWithoutLoans() const;
+    unsigned int MakeHdr(unsigned int length, unsigned char* bytes) const;
     VXErrorCodeEnum DumpHdr(unsigned int length, VXBitStream& out);
     VXErrorCodeEnum DumpHdrAndBytes(VXBitStream& out, const unsigned char* body, unsigned int length);
     Loan* GetLoan() const;

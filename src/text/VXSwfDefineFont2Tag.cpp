@@ -153,7 +153,7 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpLayout(VXBitStream& body) {
 }
 
 VXErrorCodeEnum VXSwfDefineFont2Tag::DumpToStream(VXBitStream& out) {
-    VXBitStream shapes;
+    VXNestedStream shapes(out);
     m_ShapeBytes = &shapes;
     if (m_FontKind == kGlyphFont) {
         UpdateForGlyphFont();
@@ -161,7 +161,7 @@ VXErrorCodeEnum VXSwfDefineFont2Tag::DumpToStream(VXBitStream& out) {
     } else {
         for (VXFlintShape& shape : m_GlyphShapes) DumpShape(shape);
     }
-    VXBitStream body;
+    VXNestedStream body(out);
     BeginBody(body);
     const VXErrorCodeEnum result = DumpFields(body, shapes);
     // Kept: the other way round than the manager has its arguments.

@@ -63,10 +63,11 @@ TEST(VXBitStreamRead, FieldsOfEveryWidthComeBackFromEveryOffset) {
                 EXPECT_EQ(out.WriteBits(1, 1), kVXSuccess);
             });
             EXPECT_EQ(field.size(), (offset + width + 1 + 7) / 8);
-            // Once with the end right behind the field, once with bytes behind it.
-            for (const unsigned int behind : {0u, 8u}) {
-                const Bytes bytes = Join({field, Repeat(behind, 0xFF)});
+            // Alone, behind others at the end of the data, and with bytes behind it.
+            for (const auto& [front, behind] : {std::pair{0u, 0u}, {9u, 0u}, {0u, 8u}}) {
+                const Bytes bytes = Join({Repeat(front, 0xFF), field, Repeat(behind, 0xFF)});
                 VXBitStream in = StreamOver(bytes);
+                EXPECT_EQ(in.SetPosition(front), 1);
                 ReadField(in, offset);
                 EXPECT_EQ(ReadField(in, width), value) << width << " bits at " << offset;
                 EXPECT_EQ(ReadField(in, 1), 1u) << width << " bits at " << offset;
