@@ -1,7 +1,9 @@
 // Loading: from a file and from memory, what failures mean, what a tag is, what lies inside sprites.
 //
 //     load IN.swf...
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "kit.h"
@@ -24,6 +26,12 @@ bool LoadFile(VXFlintFile& movie, const char* path) {
 bool LoadBytes(VXFlintFile& movie, const std::vector<unsigned char>& bytes) {
     CVXStreamReadWrite in(bytes.data(), bytes.size());  // copies them
     return movie.LoadFromStream(&in) == kVXSuccess;
+}
+
+bool LoadInPlace(VXFlintFile& movie, std::shared_ptr<const unsigned char[]> bytes, unsigned int size) {
+    VXBitStream in;
+    in.LoadFromSharedMem(std::move(bytes), size);
+    return movie.LoadFromStream(in) == kVXSuccess;
 }
 
 void List(const VXSwfTagSet& set, const std::string& margin) {
@@ -79,6 +87,10 @@ int main(int argc, char** argv) {
     VXFlintFile cut;
     Expect(LoadBytes(cut, {'F', 'W', 'S', 9, 20, 0, 0, 0, 0, 0, 24, 1, 0, 0x43, 0x02, 0xFF}),
            "a body that is cut short is none");
+    VXFlintFile inPlace;
+    const std::shared_ptr<const unsigned char[]> header(
+        new unsigned char[]{'F', 'W', 'S', 9, 14, 0, 0, 0, 0, 0, 24, 1, 0});
+    Expect(LoadInPlace(inPlace, header, 13), "a movie loads where it lies");
     Expect(cut.GetNumTags() == 1 && cut.GetFrameRate() == 24, "what is there was read");
     return 0;
 }
