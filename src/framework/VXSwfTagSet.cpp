@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "framework/VXDependencyWalk_p.h"
-#include "framework/VXFrameEndScope_p.h"
 #include "framework/VXSwfTag.h"
 
 /// What the sprites of one load may still take, together.

@@ -65,7 +65,12 @@ public:
     /// Third argument of `VXSwfTagFactory::CreateTagOfType` for the tags of a load, those of nested sprites
     /// included.
     void SetParsingMode(unsigned int mode) { m_ParsingMode = mode; }
-    TagIter begin() const { return const_cast<TagList&>(m_Tags).begin(); }
+    /// The set remembers where the frame ended that was named last. A host that replaces a ShowFrame tag
+    /// through an iterator, or another tag by one, calls `begin` afterwards, which makes the set forget it.
+    TagIter begin() const {
+        ForgetFrameEnd();
+        return const_cast<TagList&>(m_Tags).begin();
+    }
     TagIter end() const { return const_cast<TagList&>(m_Tags).end(); }
     unsigned int GetNumTags() const { return static_cast<unsigned int>(m_Tags.size()); }
 
@@ -188,8 +193,6 @@ protected:
 
 private:
     struct LoadLimits;
-    struct FrameEnd;
-    class FrameEndScope;
     struct Merge;
     using TagOwner = std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)>;
 
@@ -197,9 +200,10 @@ private:
                         tVXSwfReservedIDEnum reservedId, VXFlintIDMap& idMap);
     VXErrorCodeEnum LoadTags(VXBitStream& in, unsigned char version, LoadLimits& limits);
     VXErrorCodeEnum LoadSprite(VXBitStream& in, unsigned char version, LoadLimits& limits, TagOwner& tag);
-    /// The `frame`th ShowFrame tag, or the end.
+    /// The `frame`th ShowFrame tag, or the end. Walks on from where the last call ended.
     TagIter FindFrameEnd(unsigned int frame) const;
-    void ForgetFrameEnd();
+    void ForgetFrameEnd() const { m_FrameMark = end(); }
+    void Insert(VXSwfTag* tag, TagIter before);
     static void Hold(VXSwfTag* tag);
     /// Ends a hold and leaves the tag to the caller.
     static void Drop(VXSwfTag* tag);
@@ -212,7 +216,10 @@ private:
     unsigned short m_TopDepth = 0xFFFF;  // last one handed out from the top
     unsigned int m_NumShowFrames = 0;
     VXFlintIDMap m_IdMap;
-    std::unique_ptr<FrameEnd> m_FrameEnd;  // while many tags go to the end of one frame
-    LoadLimits* m_LoadLimits = nullptr;    // of the load that this set is part of, while it runs
-    unsigned char m_Level = 0;             // sprites around this set
+    // The tag in front of the place that `FindFrameEnd` found last, and the ShowFrame tags in front of that
+    // tag. The end of the list when nothing is known.
+    mutable TagIter m_FrameMark = m_Tags.end();
+    mutable unsigned int m_NumFramesToMark = 0;
+    LoadLimits* m_LoadLimits = nullptr;  // of the load that this set is part of, while it runs
+    unsigned char m_Level = 0;           // sprites around this set
 };

@@ -2,7 +2,6 @@
 #include <iterator>
 #include <utility>
 
-#include "framework/VXFrameEndScope_p.h"
 #include "framework/VXMakeTag_p.h"
 #include "framework/VXSwfDefinitionTag.h"
 #include "framework/VXSwfTagSet.h"
@@ -19,6 +18,10 @@ unsigned short IdOf(const VXSwfDefinitionTag* character) {
     return character == nullptr ? 0 : character->GetCharacterId();
 }
 
+bool IsShowFrame(const VXSwfTag* tag) {
+    return tag != nullptr && tag->GetTagType() == VXSwfTagFactory::TAG_SHOWFRAME;
+}
+
 }  // namespace
 
 void VXSwfTagSet::IncludeTag(VXSwfTag* tag, int frame) {
@@ -27,15 +30,19 @@ void VXSwfTagSet::IncludeTag(VXSwfTag* tag, int frame) {
     } else if (frame == 0) {
         IncludeTag(tag, begin());
     } else {
-        IncludeTag(tag, FindFrameEnd(static_cast<unsigned int>(frame)));
+        Insert(tag, FindFrameEnd(static_cast<unsigned int>(frame)));  // behind the mark
     }
-    if (tag != nullptr && tag->GetTagType() == VXSwfTagFactory::TAG_SHOWFRAME) ++m_NumShowFrames;
+    if (IsShowFrame(tag)) ++m_NumShowFrames;
 }
 
 void VXSwfTagSet::IncludeTag(VXSwfTag* tag, TagIter before) {
-    if (tag != nullptr && tag->GetTagType() == VXSwfTagFactory::TAG_SHOWFRAME) ForgetFrameEnd();
+    if (IsShowFrame(tag) && before != end()) ForgetFrameEnd();
+    Insert(tag, before);
+}
+
+void VXSwfTagSet::Insert(VXSwfTag* tag, TagIter before) {
     Hold(tag);
-    TagOwner hold(tag, &Release);
+    std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)> hold(tag, &Release);
     m_Tags.insert(before, tag);
     hold.release();
 }
@@ -70,17 +77,28 @@ VXSwfTagSet::TagIter VXSwfTagSet::EraseAndDeleteTags(TagIter first, TagIter last
     return m_Tags.erase(first, last);
 }
 
-void VXSwfTagSet::ForgetFrameEnd() {
-    if (m_FrameEnd != nullptr) m_FrameEnd->isKnown = false;
-}
-
 VXSwfTagSet::TagIter VXSwfTagSet::FindFrameEnd(unsigned int frame) const {
-    const bool isKept = m_FrameEnd != nullptr && m_FrameEnd->frame == frame;
-    if (isKept && m_FrameEnd->isKnown) return m_FrameEnd->place;
-    const TagIter place = FindNthTagOfType(VXSwfTagFactory::TAG_SHOWFRAME, frame);
-    if (isKept) {
-        m_FrameEnd->place = place;
-        m_FrameEnd->isKnown = true;
+    if (frame == 0) return end();
+    TagIter place = m_FrameMark;
+    unsigned int count = m_NumFramesToMark;  // ShowFrames in front of `place`
+    if (place == end()) {
+        place = begin();
+        count = 0;
+    }
+    while (count >= frame) {
+        if (IsShowFrame(*--place)) --count;
+    }
+    for (; place != end(); ++place) {
+        if (!IsShowFrame(*place)) continue;
+        if (count + 1 == frame) break;
+        ++count;
+    }
+    m_FrameMark = place;
+    m_NumFramesToMark = count;
+    if (place == m_Tags.begin()) {
+        ForgetFrameEnd();
+    } else if (IsShowFrame(*--m_FrameMark)) {
+        --m_NumFramesToMark;
     }
     return place;
 }

@@ -7,7 +7,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include "framework/VXFrameEndScope_p.h"
 #include "framework/VXMakeTag_p.h"
 #include "framework/VXSwfTagSet.h"
 #include "media/VXSwfDefineBitsJpegTag.h"
@@ -309,7 +308,6 @@ VXSwfTag* VXSwfTagSet::IncludeCharacter(VXSwfTagSet* source, const unsigned shor
         m_IdMap.Set(tag->GetCharacterId(), generator->GetId(kVXSwfOrdinaryId));
     }
     VXSwfTag* included = nullptr;
-    const FrameEndScope scope(*this, frame);
     for (VXSwfTag* tag : needed) {
         const unsigned short oldId = tag->GetCharacterId();
         TagOwner copy = Own(tag->Copy());

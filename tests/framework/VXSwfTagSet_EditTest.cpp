@@ -24,6 +24,36 @@ TEST(VXSwfTagSetEditing, FramesCountFromOne) {
     EXPECT_EQ(set.GetNumShowFrameTags(), 3u);
 }
 
+TEST(VXSwfTagSetEditing, FramesAreFoundWhateverCameBetween) {
+    VXSwfTagSet set;
+    std::vector<unsigned int> types;
+    unsigned int random = 1;
+    for (unsigned int other = 100; other < 1000; ++other) {
+        random = random * 1664525 + 1013904223;
+        const unsigned int type = (random >> 20) % 3 == 0 ? 1 : other;
+        const unsigned int frame = 1 + (random >> 16) % 16 * (random >> 24) / 64;
+        auto place = std::prev(types.end(), (random >> 8) % (types.size() + 1));
+        const auto tag = std::prev(set.end(), std::distance(place, types.end()));
+        switch (random >> 29) {
+            case 0:
+                if (place == types.end()) break;
+                types.erase(place);
+                set.EraseAndDeleteTags(tag, std::next(tag));
+                break;
+            case 1:
+                types.insert(place, type);
+                set.IncludeTag(NewTagOf(type), tag);
+                break;
+            default:
+                place = types.begin();
+                for (unsigned int n = 0; place != types.end() && (*place != 1 || ++n != frame);) ++place;
+                types.insert(place, type);
+                set.IncludeTag(NewTagOf(type), static_cast<int>(frame));
+        }
+    }
+    EXPECT_EQ(TypesOf(set), types);
+}
+
 TEST(VXSwfTagSetEditing, ShowFramesCountOnlyWhereAFrameIsNamed) {
     VXSwfTagSet set;
     set.IncludeShowFrameTags(0, -1);
