@@ -12,6 +12,12 @@ public:
     VXMemoryLimit(const VXMemoryLimit&) = delete;
     VXMemoryLimit& operator=(const VXMemoryLimit&) = delete;
 
+    /// Makes the limit higher.
+    void Raise(std::size_t bytes) noexcept {
+        m_Bytes += bytes;
+        m_BytesLeft += bytes;
+    }
+
     /// Counts memory that does not come from the pool. Throws std::bad_alloc when it is too much.
     static void Charge(std::size_t bytes);
 
@@ -20,7 +26,7 @@ public:
     static void Regain(std::size_t bytes) noexcept;
 
 private:
-    const std::size_t m_Bytes;
+    std::size_t m_Bytes;
     std::size_t m_BytesLeft;
     VXMemoryLimit* const m_Outer;
 };

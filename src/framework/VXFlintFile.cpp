@@ -5,6 +5,7 @@
 #include <new>
 
 #include "bitstream/VXMemoryLimit_p.h"
+#include "framework/VXCopyLimit_p.h"
 #include "framework/VXSwfTag.h"
 #include "graphics/VXTwips.h"
 #include "platform/CVXTempFileStreamReadWrite.h"
@@ -18,7 +19,6 @@ constexpr unsigned int kEndTagSize = 2;
 
 // Deflate makes a byte into a thousand, and a tag without a body takes more than a hundred times its bytes. A
 // movie may do either, but a large one not both.
-constexpr std::size_t kRoom = std::size_t{512} << 20;
 constexpr std::size_t kRoomPerByte = 128;  // as it came; the bodies of the tags have room besides
 
 /// What `step` answers, and 1 where it runs out of memory.
@@ -33,9 +33,7 @@ VXErrorCodeEnum FailWithoutMemory(const Step& step) {
 
 }  // namespace
 
-VXFlintFile::VXFlintFile()
-    : m_EndTag(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_END, 0, 0),
-               &VXSwfTagFactory::DeleteTag) {}
+VXFlintFile::VXFlintFile() : m_EndTag(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_END, 0, 0)) {}
 
 VXFlintFile::VXFlintFile(const VXFlintFile& other) = default;
 
@@ -48,7 +46,7 @@ VXErrorCodeEnum VXFlintFile::LoadFromStream(VXBitStream& in) {
         const std::size_t given = in.GetRemaining();
         VX_RETURN_IF_FAILED(LoadHdrFromStream(in));
         in.ShareBuffer();
-        const VXMemoryLimit limit(kRoom + kRoomPerByte * given + in.GetRemaining());
+        const VXMemoryLimit limit(VXCopyLimit::kRoom + kRoomPerByte * given + in.GetRemaining());
         return LoadFromStream(in, m_Version);
     });
 }
@@ -182,6 +180,15 @@ VXErrorCodeEnum VXFlintFile::UpdateTagLists(VXSwfTag* tag) {
     return kVXSuccess;
 }
 
+void VXFlintFile::Unlist(const std::vector<VXSwfTag*>& tags) {
+    for (auto& [type, list] : m_TagLists) {
+        if (list == nullptr) continue;
+        for (auto tag = tags.rbegin(); tag != tags.rend(); ++tag) {
+            while (!list->empty() && list->back() == *tag) list->pop_back();
+        }
+    }
+}
+
 VXErrorCodeEnum VXFlintFile::SetListsTobeMaintained(std::list<enuTagType>& types) {
     m_ListsToMaintain = types;
     return kVXSuccess;
@@ -216,9 +223,11 @@ VXErrorCodeEnum VXFlintFile::DumpPlain(VXBitStream& out) {
 
 VXFlintFile* VXFlintFile::Copy() {
     auto copy = std::make_unique<VXFlintFile>();
+    const VXCopyLimit limit;
     VXBitStream wire;
     const VXErrorCodeEnum dumped = DumpPlain(wire);  // a copy holds as much as came through
     if (wire.IsOutOfMemory()) throw std::bad_alloc();
+    VXCopyLimit::Admit(wire.GetSize());
     wire.SetPosition(0);
     wire.ShareBuffer();
     wire.m_HasOnlyViews = true;

@@ -96,10 +96,14 @@ public:
     VXFlintFile* Copy();
 
 private:
+    friend class VXSwfTagSet;
+
     VXErrorCodeEnum LoadHdrFromStream(VXBitStream& in);
     VXErrorCodeEnum DumpWhole(VXBitStream& out);
     /// The same under the plain signature, whatever the movie's own.
     VXErrorCodeEnum DumpPlain(VXBitStream& out);
+    /// Takes tags off the ends of the lists, the last one first. They may be gone.
+    void Unlist(const std::vector<VXSwfTag*>& tags);
 
     unsigned char m_Signature[3] = {'F', 'W', 'S'};
     unsigned char m_Version = 0;

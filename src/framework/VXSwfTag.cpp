@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "framework/VXCopyLimit_p.h"
 #include "framework/VXDependencyWalk_p.h"
 #include "framework/VXFlintIDMap.h"
 #include "framework/VXSwfTagNames_p.h"
@@ -135,10 +136,13 @@ VXSwfTag* VXSwfTag::Copy() { return CopyThroughWire(VXSwfTagFactory::CreateTagOf
 
 VXSwfTag* VXSwfTag::CopyThroughWire(VXSwfTag* copy) {
     if (copy == nullptr) return nullptr;
-    std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)> owner(copy, &VXSwfTagFactory::DeleteTag);
+    std::unique_ptr<VXSwfTag> owner(copy);
+    const VXCopyLimit limit;
     VXBitStream wire;
     VXIgnore(DumpToStream(wire));  // a copy holds as much as came through
     if (wire.IsOutOfMemory()) throw std::bad_alloc();
+    const unsigned int kept = GetKeptBody().GetSize();
+    VXCopyLimit::Admit(kept != 0 ? kept : wire.GetSize());
     wire.SetPosition(0);
     VXIgnore(copy->LoadFromStream(wire));
     return owner.release();

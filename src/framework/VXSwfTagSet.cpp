@@ -101,7 +101,7 @@ VXErrorCodeEnum VXSwfTagSet::LoadTags(VXBitStream& in, unsigned char version, Lo
         enuTagType type = VXSwfTagFactory::TAG_END;
         VX_RETURN_IF_FAILED(VXSwfTag::PeepTagType(in, type));
         if (type == VXSwfTagFactory::TAG_END) return kVXSuccess;
-        TagOwner tag(nullptr, &VXSwfTagFactory::DeleteTag);
+        TagOwner tag;
         if (type == VXSwfTagFactory::TAG_DEFINESPRITE) {
             VX_RETURN_IF_FAILED(LoadSprite(in, version, limits, tag));
         } else {

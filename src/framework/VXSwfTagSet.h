@@ -193,11 +193,12 @@ protected:
 
 private:
     struct LoadLimits;
+    class Inclusion;
     struct Merge;
-    using TagOwner = std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)>;
+    using TagOwner = std::unique_ptr<VXSwfTag>;
 
     void UpdateNewTagId(VXSwfDefineSpriteTag* sprite, const VXString& name, IVXSwfIdGenerator* generator,
-                        tVXSwfReservedIDEnum reservedId, VXFlintIDMap& idMap);
+                        tVXSwfReservedIDEnum reservedId, VXFlintIDMap& idMap, Inclusion& inclusion);
     VXErrorCodeEnum LoadTags(VXBitStream& in, unsigned char version, LoadLimits& limits);
     VXErrorCodeEnum LoadSprite(VXBitStream& in, unsigned char version, LoadLimits& limits, TagOwner& tag);
     /// The `frame`th ShowFrame tag, or the end. Walks on from where the last call ended.

@@ -41,10 +41,10 @@ void VXSwfTagSet::IncludeTag(VXSwfTag* tag, TagIter before) {
 }
 
 void VXSwfTagSet::Insert(VXSwfTag* tag, TagIter before) {
-    Hold(tag);
-    std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)> hold(tag, &Release);
+    TagOwner owner(tag != nullptr && tag->m_Holders == 0 ? tag : nullptr);
     m_Tags.insert(before, tag);
-    hold.release();
+    Hold(tag);
+    static_cast<void>(owner.release());
 }
 
 void VXSwfTagSet::IncludeShowFrameTags(unsigned int count, int frame) {

@@ -4,9 +4,12 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <unordered_set>
 #include <utility>
 
+#include "framework/VXCopyLimit_p.h"
+#include "framework/VXFlintFile.h"
 #include "framework/VXMakeTag_p.h"
 #include "framework/VXSwfTagSet.h"
 #include "media/VXSwfDefineBitsJpegTag.h"
@@ -19,7 +22,7 @@
 
 namespace {
 
-using TagOwner = std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)>;
+using TagOwner = std::unique_ptr<VXSwfTag>;
 
 constexpr unsigned short kDepthLift = 100;
 constexpr unsigned int kIdSize = 2;
@@ -40,8 +43,6 @@ constexpr Component kComponents[] = {
     {"hotspotreviewanim_mc", kVXSwfHotSpotReviewAnimId},
     {"UIscrollbar_mc", kVXSwfScrollBarId},
 };
-
-TagOwner Own(VXSwfTag* tag) { return {tag, &VXSwfTagFactory::DeleteTag}; }
 
 unsigned short Lifted(unsigned short depth) { return static_cast<unsigned short>(depth + kDepthLift); }
 
@@ -100,6 +101,79 @@ VXSwfPlaceObject2Tag* AsPlacementNamed(VXSwfTag* tag, const VXString& name) {
 
 }  // namespace
 
+/// What one call that copies tags into a set has done to it. Undoes all of it unless the call comes to its end.
+class VXSwfTagSet::Inclusion {
+public:
+    explicit Inclusion(VXSwfTagSet& set) : m_Set(set), m_NumShowFrames(set.m_NumShowFrames) {}
+    ~Inclusion();
+    Inclusion(const Inclusion&) = delete;
+    Inclusion& operator=(const Inclusion&) = delete;
+
+    /// To be called before the set gets the tag.
+    void Note(VXSwfTag* tag) { m_Tags.push_back(tag); }
+    /// Enters an ID into the map that the set keeps.
+    void Renumber(unsigned short oldId, unsigned short newId);
+    void SetCharacterId(VXSwfTag& tag, unsigned short id);
+    void Complete() { m_IsComplete = true; }
+
+private:
+    struct Renumbering {
+        unsigned short oldId;
+        std::optional<unsigned short> newId;  // the one before, if there was one
+    };
+    struct Rebinding {
+        VXSwfTag* tag;
+        unsigned short id;
+        unsigned short firstWord;  // of the body, which tags without an ID overwrite too
+    };
+
+    VXSwfTagSet& m_Set;
+    const unsigned int m_NumShowFrames;
+    std::vector<VXSwfTag*> m_Tags;
+    std::vector<Renumbering> m_Renumberings;
+    std::vector<Rebinding> m_Rebindings;
+    bool m_IsComplete = false;
+    const VXCopyLimit m_Limit;
+};
+
+void VXSwfTagSet::Inclusion::Renumber(unsigned short oldId, unsigned short newId) {
+    const auto entry = m_Set.m_IdMap.find(oldId);
+    m_Renumberings.push_back({oldId, {}});
+    if (entry != m_Set.m_IdMap.end()) m_Renumberings.back().newId = entry->second;
+    m_Set.m_IdMap.Set(oldId, newId);
+}
+
+void VXSwfTagSet::Inclusion::SetCharacterId(VXSwfTag& tag, unsigned short id) {
+    const unsigned char* word = tag.GetFirstWord();
+    m_Rebindings.push_back({&tag, tag.GetCharacterId(),
+                            static_cast<unsigned short>(word == nullptr ? 0 : word[0] | word[1] << 8)});
+    tag.SetCharacterId(id);
+}
+
+VXSwfTagSet::Inclusion::~Inclusion() {
+    if (m_IsComplete) return;
+    std::for_each(m_Rebindings.rbegin(), m_Rebindings.rend(), [](const Rebinding& old) {
+        old.tag->SetCharacterId(old.id);
+        old.tag->VXSwfTag::SetCharacterId(old.firstWord);
+    });
+    std::for_each(m_Renumberings.rbegin(), m_Renumberings.rend(), [this](const Renumbering& old) {
+        if (old.newId.has_value()) {
+            m_Set.m_IdMap.Set(old.oldId, *old.newId);
+        } else {
+            m_Set.m_IdMap.erase(old.oldId);
+        }
+    });
+    if (auto* movie = dynamic_cast<VXFlintFile*>(&m_Set)) movie->Unlist(m_Tags);
+    // A subclass may put tags anywhere, and one that found no memory may be gone.
+    std::sort(m_Tags.begin(), m_Tags.end());
+    for (TagIter place = m_Set.begin(); place != m_Set.end();) {
+        const TagIter next = std::next(place);
+        if (std::binary_search(m_Tags.begin(), m_Tags.end(), *place)) m_Set.EraseAndDeleteTags(place, next);
+        place = next;
+    }
+    m_Set.m_NumShowFrames = m_NumShowFrames;
+}
+
 /// One merge of a movie as a sprite, while it runs.
 struct VXSwfTagSet::Merge {
     // Every picture takes the source's JPEG tables along. Beyond this, the tables would turn a small movie
@@ -107,20 +181,11 @@ struct VXSwfTagSet::Merge {
     static constexpr std::uint64_t kFreeTables = std::uint64_t{64} << 20;
     static constexpr std::uint64_t kTablesShare = 16;
 
-    /// Takes out again what was included, unless the merge was completed.
-    ~Merge() {
-        target.EraseAndDeleteTags(std::prev(before, static_cast<std::ptrdiff_t>(numIncluded)), before);
-    }
     void AddToTimeline(VXSwfTag& tag);
     void AddToTop(TagOwner copy);
-    void Include(VXSwfTag* tag) {
-        target.IncludeTag(tag, before);
-        ++numIncluded;
-    }
-    /// Makes the merge last; for this nothing can be lacking any more.
-    void Complete() {
-        numIncluded = 0;
-        if (exports != nullptr) exports->merge(newExports);
+    void Include(TagOwner tag) {
+        inclusion.Note(tag.get());
+        target.IncludeTag(tag.release(), before);
     }
     void AddExports(VXSwfTag& tag);
     /// A DefineBits tag as DefineBitsJPEG2, which holds its own tables.
@@ -132,17 +197,17 @@ struct VXSwfTagSet::Merge {
     IVXSwfIdGenerator& generator;
     std::map<VXString, VXSwfExportAssetsTag*>* exports;
     const VXSwfTag* jpegTables;
+    Inclusion inclusion{target};
     VXFlintIDMap ids{};
     std::bitset<kNumIds> defined{};  // old IDs with a new one other than 0
     std::vector<VXSwfTag*> copies{};
     std::vector<TagOwner> symbolClasses{};
     std::map<VXString, VXSwfExportAssetsTag*> newExports{};
     std::uint64_t tablesLeft = kFreeTables;
-    std::size_t numIncluded = 0;
 };
 
 void VXSwfTagSet::Merge::AddToTimeline(VXSwfTag& tag) {
-    TagOwner copy = Own(tag.Copy());
+    TagOwner copy(tag.Copy());
     if (copy == nullptr) return;
     LiftDepth(*copy);
     copies.push_back(copy.get());
@@ -162,12 +227,12 @@ void VXSwfTagSet::Merge::AddToTop(TagOwner copy) {
     if (copy->GetTagType() == VXSwfTagFactory::TAG_SYMBOLCLASS) {
         symbolClasses.push_back(std::move(copy));
     } else {
-        Include(copy.release());
+        Include(std::move(copy));
     }
 }
 
 void VXSwfTagSet::Merge::AddExports(VXSwfTag& tag) {
-    TagOwner copy = Own(tag.Copy());
+    TagOwner copy(tag.Copy());
     auto* table = dynamic_cast<VXSwfExportAssetsTag*>(&tag);
     // A movie that was loaded raw shows its table in the copy, and has no tag to remember.
     const auto* readable = table != nullptr ? table : dynamic_cast<VXSwfExportAssetsTag*>(copy.get());
@@ -181,7 +246,7 @@ void VXSwfTagSet::Merge::AddExports(VXSwfTag& tag) {
 
 TagOwner VXSwfTagSet::Merge::ConvertBits(const VXSwfTag& bits) {
     auto jpeg = VXMakeTag<VXSwfDefineBitsJpegTag>(VXSwfTagFactory::TAG_DEFINEBITSJPEG2);
-    if (jpeg == nullptr) return Own(nullptr);
+    if (jpeg == nullptr) return nullptr;
     jpeg->SetCharacterId(bits.GetCharacterId());
     const unsigned int bodySize = std::min(bits.m_TagLen, bits.GetBodySize());
     const unsigned int pictureSize = bodySize > kIdSize ? bodySize - kIdSize : 0;
@@ -192,14 +257,14 @@ TagOwner VXSwfTagSet::Merge::ConvertBits(const VXSwfTag& bits) {
     tablesLeft -= tablesSize;
     // Kept: one byte more than the picture has.
     const std::uint64_t size = std::uint64_t{tablesSize} + pictureSize + 1;
-    if (size > UINT_MAX) return Own(nullptr);
+    if (size > UINT_MAX) return nullptr;
     std::unique_ptr<unsigned char[]> bytes(new unsigned char[size]);
     unsigned char* end = bytes.get();
     if (tablesSize != 0) end = std::copy_n(jpegTables->GetBody(), tablesSize, end);
     if (pictureSize != 0) end = std::copy_n(bits.GetBody() + kIdSize, pictureSize, end);
     *end = 0;
     VXIgnore(jpeg->SetJpegData(bytes.release(), static_cast<unsigned int>(size)));  // fails for null alone
-    return Own(jpeg.release());
+    return jpeg;
 }
 
 VXSwfDefineSpriteTag* VXSwfTagSet::IncludeTagSetAsSprite(VXSwfTagSet* source, int frame,
@@ -219,6 +284,7 @@ VXSwfDefineSpriteTag* VXSwfTagSet::IncludeTagSetAsSprite(VXSwfTagSet* source, in
     const TagIter before = FindFrameEnd(static_cast<unsigned int>(frame));
     Merge merge{*this, before, *sprite, *generator, exports, jpegTables};
     merge.copies.reserve(tags.size());
+    bool freesCharacter = false;
     // What refers to character 0 refers to the main timeline, which the sprite is now.
     const unsigned short spriteId = generator->GetId(kVXSwfOrdinaryId);
     merge.ids.Set(0, spriteId);
@@ -250,8 +316,8 @@ VXSwfDefineSpriteTag* VXSwfTagSet::IncludeTagSetAsSprite(VXSwfTagSet* source, in
                 merge.AddToTimeline(*tag);
                 break;
             case VXSwfTagFactory::TAG_FREECHARACTER:
-                if (hasFreeCharacter != nullptr) *hasFreeCharacter = 1;
-                merge.AddToTop(Own(tag->Copy()));
+                freesCharacter = true;
+                merge.AddToTop(TagOwner(tag->Copy()));
                 break;
             case VXSwfTagFactory::TAG_DEFINEBITS:
                 merge.AddToTop(merge.ConvertBits(*tag));
@@ -260,30 +326,34 @@ VXSwfDefineSpriteTag* VXSwfTagSet::IncludeTagSetAsSprite(VXSwfTagSet* source, in
                 merge.AddExports(*tag);
                 break;
             case VXSwfTagFactory::TAG_DOABC:
-                if (includeABC == 1) merge.AddToTop(Own(tag->Copy()));
+                if (includeABC == 1) merge.AddToTop(TagOwner(tag->Copy()));
                 break;
             default:
-                merge.AddToTop(Own(tag->Copy()));
+                merge.AddToTop(TagOwner(tag->Copy()));
                 break;
         }
     }
 
     if (bindComponents != 0) {
         for (const Component& component : kComponents) {
-            UpdateNewTagId(sprite.get(), component.name, generator, component.reservedId, merge.ids);
+            UpdateNewTagId(sprite.get(), component.name, generator, component.reservedId, merge.ids,
+                           merge.inclusion);
         }
     }
     for (VXSwfTag* copy : merge.copies) copy->UpdateReferenceIDs(&merge.ids);
-    VXSwfDefineSpriteTag* merged = sprite.release();
-    merge.Include(merged);
-    for (TagOwner& symbolClass : merge.symbolClasses) merge.Include(symbolClass.release());
-    merge.Complete();
+    VXSwfDefineSpriteTag* merged = sprite.get();
+    merge.Include(std::move(sprite));
+    for (TagOwner& symbolClass : merge.symbolClasses) merge.Include(std::move(symbolClass));
+    // Nothing can fail any more.
+    merge.inclusion.Complete();
+    if (exports != nullptr) exports->merge(merge.newExports);
+    if (freesCharacter && hasFreeCharacter != nullptr) *hasFreeCharacter = 1;
     return merged;
 }
 
 void VXSwfTagSet::UpdateNewTagId(VXSwfDefineSpriteTag* sprite, const VXString& name,
                                  IVXSwfIdGenerator* generator, tVXSwfReservedIDEnum reservedId,
-                                 VXFlintIDMap& idMap) {
+                                 VXFlintIDMap& idMap, Inclusion& inclusion) {
     // The references of the placements are still those of the source.
     const unsigned short oldId = sprite->FindSpriteId(name, nullptr);
     if (oldId == 0) return;
@@ -291,7 +361,7 @@ void VXSwfTagSet::UpdateNewTagId(VXSwfDefineSpriteTag* sprite, const VXString& n
     VXSwfTag* tag = FindTagByID(idMap.GetNewId(oldId));
     if (tag == nullptr) return;
     const unsigned short newId = generator->GetId(reservedId);
-    tag->SetCharacterId(newId);
+    inclusion.SetCharacterId(*tag, newId);
     idMap.Set(oldId, newId);
 }
 
@@ -304,19 +374,22 @@ VXSwfTag* VXSwfTagSet::IncludeCharacter(VXSwfTagSet* source, const unsigned shor
     std::list<VXSwfTag*> needed;
     wanted->BuildDependencyList(needed, source);
     needed.remove(nullptr);
+    Inclusion inclusion(*this);
     for (const VXSwfTag* tag : needed) {
-        m_IdMap.Set(tag->GetCharacterId(), generator->GetId(kVXSwfOrdinaryId));
+        inclusion.Renumber(tag->GetCharacterId(), generator->GetId(kVXSwfOrdinaryId));
     }
     VXSwfTag* included = nullptr;
     for (VXSwfTag* tag : needed) {
         const unsigned short oldId = tag->GetCharacterId();
-        TagOwner copy = Own(tag->Copy());
+        TagOwner copy(tag->Copy());
         if (copy == nullptr) continue;
         copy->SetCharacterId(m_IdMap.GetNewId(oldId));
         copy->UpdateReferenceIDs(&m_IdMap);
         if (oldId == wantedId) included = copy.get();
+        inclusion.Note(copy.get());
         IncludeTag(copy.release(), static_cast<int>(frame));
     }
+    inclusion.Complete();
     return included;
 }
 
@@ -362,12 +435,12 @@ void VXSwfTagSet::AddFreeCharacterAtEnd() {
             auto removal = VXMakeTag<VXSwfRemoveObjectTag>(VXSwfTagFactory::TAG_REMOVEOBJECT2);
             if (placement == nullptr || removal == nullptr) return;
             removal->SetDepth(placement->GetDepth());
-            removals.push_back(Own(removal.release()));
+            removals.push_back(std::move(removal));
         } else if (tag->GetTagType() == VXSwfTagFactory::TAG_DEFINEBITSLOSSLESS2) {
             auto free = VXMakeTag<VXSwfFreeCharacterTag>(VXSwfTagFactory::TAG_FREECHARACTER);
             if (free == nullptr) return;
             free->SetReferencedID(tag->GetCharacterId());
-            frees.push_back(Own(free.release()));
+            frees.push_back(std::move(free));
         }
     }
     std::vector<VXSwfTag*> moved;

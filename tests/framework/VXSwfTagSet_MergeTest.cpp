@@ -299,6 +299,71 @@ TEST(VXSwfTagSetMerging, OneCharacterComesWithWhatItNeeds) {
         << "the ID is taken at the call, whatever the generator does to the variable";
 }
 
+// Shape records of six bits, which take two hundred times their bytes. What came raw is parsed by a copy.
+TEST(VXSwfTagSetMerging, CopiesHaveALimit) {
+    const auto shape = [](std::size_t records) {
+        const Bytes four = Hex("20 82 08");
+        return LongTagBytes(2, Join({Word(1), Hex("00 00 00 00"), Repeat(records / 4, four), Hex("00")}));
+    };
+    Bytes nested = shape(300000);
+    for (unsigned int id = 16; id != 0; --id) nested = Sprite(id, 0, nested);
+    VXFlintFile target, shapes, sprites;
+    LoadTags(target, kShowFrame);
+    LoadTags(shapes, shape(4000000), 1);
+    LoadTags(sprites, nested, 1);
+    CountingGenerator generator;
+    unsigned short ignored = 0;
+    EXPECT_THROW(delete (*shapes.begin())->Copy(), std::bad_alloc);
+    EXPECT_THROW(delete shapes.Copy(), std::bad_alloc);
+    EXPECT_THROW(Merge(target, shapes, 1, generator), std::bad_alloc);
+    EXPECT_THROW(target.IncludeCharacter(&sprites, 1, ignored, &generator, 1), std::bad_alloc)
+        << "each sprite comes with all that it holds";
+    EXPECT_EQ(TypesOf(target), std::vector<unsigned int>{1});
+    EXPECT_NE(Merge(target, sprites, 1, generator), nullptr) << "each call has its own limit";
+}
+
+/// A host's own tag, whose copies fail when their references are to change.
+class FailingTag : public VXSwfTag {
+public:
+    FailingTag() : VXSwfTag(VXSwfTagFactory::TAG_DEFINEVIDEO, 1) {}
+    unsigned short GetCharacterId() const override { return 2; }
+    VXSwfTag* Copy() override { return new FailingTag; }
+    void UpdateReferenceIDs(VXFlintIDMap*) override { throw 2; }
+};
+
+TEST(VXSwfTagSetMerging, WhatFailsIsTakenBack) {
+    VXSwfTagSet source, other;
+    LoadTags(source, Join({Bitmap(1), Export(1, "__Packages.a"), NamedPlacement(9, 1, "hotspotanim_mc"),
+                           TagBytes(3, Word(1)), Sprite(3, 0, Join({Placement(2), Placement(1)}))}));
+    source.AppendTag(new FailingTag);
+    source.PlaceObject(3, -1, "failing", 0, 0, 0, {});
+    LoadTags(other, Sprite(8, 0, Join({Placement(1), Placement(2), Placement(3)})));
+    VXFlintFile target;
+    std::list<VXSwfTagFactory::enuTagType> types{VXSwfTagFactory::TAG_DEFINEBITSLOSSLESS2};
+    VXIgnore(target.SetListsTobeMaintained(types));
+    LoadTags(target, Join({TagBytes(43, Text("first without an ID")), kShowFrame}));
+    CountingGenerator generator;
+    unsigned short ignored = 0;
+    target.IncludeCharacter(&source, 1, ignored, &generator, 0xFFFFFFFF);
+    const Bytes before = DumpOf(target);
+    Exports exports;
+    short frees = 5;
+    EXPECT_THROW(target.IncludeTagSetAsSprite(&source, 1, &generator, &exports, 1, &frees, 1, 1), int);
+    for (const unsigned int frame : {0u, 1u, 0xFFFFFFFFu}) {
+        EXPECT_THROW(target.IncludeSpriteByName(&source, "failing", &generator, frame), int);
+    }
+    EXPECT_EQ(DumpOf(target), before);
+    EXPECT_EQ(exports.size() + static_cast<unsigned int>(frees), 5u);
+    std::list<VXSwfTag*>* bitmaps = nullptr;
+    VXIgnore(target.GetTagListOfType(VXSwfTagFactory::TAG_DEFINEBITSLOSSLESS2, &bitmaps));
+    EXPECT_THAT(*bitmaps, ElementsAre(target.FindTagByID(0x100)));
+    auto* sprite =
+        dynamic_cast<VXSwfDefineSpriteTag*>(target.IncludeCharacter(&other, 8, ignored, &generator, 1));
+    EXPECT_EQ(DumpOf(static_cast<VXSwfTagSet&>(*sprite)),
+              Join({Placement(0x100), Placement(2), Placement(3)}))
+        << "new IDs of characters that were taken back are forgotten";
+}
+
 TEST(VXSwfTagSetMerging, SpritesHaveNamesOfTwoKinds) {
     VXSwfTagSet set;
     EXPECT_EQ(set.FindSprite("a"), nullptr);

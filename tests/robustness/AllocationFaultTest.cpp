@@ -109,30 +109,33 @@ TEST_P(AllocationFault, Copy) {
     });
 }
 
-/// Everything that a merge can be asked for.
-bool Merge(VXFlintFile& target, VXFlintFile& source, std::map<VXString, VXSwfExportAssetsTag*>& exports) {
+/// Everything that can be asked for by those that copy into a movie.
+bool Include(int how, VXFlintFile& target, VXFlintFile& source,
+             std::map<VXString, VXSwfExportAssetsTag*>& exports) {
     VXBucketSWFIDGenerator ids(target);
     short frees = 0;
-    return target.IncludeTagSetAsSprite(&source, 2, &ids, &exports, 1, &frees, 1, 1) != nullptr;
+    unsigned short ignored = 0;
+    return how == 0 ? target.IncludeTagSetAsSprite(&source, 2, &ids, &exports, 1, &frees, 1, 1) != nullptr
+                    : target.IncludeCharacter(&source, 30, ignored, &ids, static_cast<unsigned int>(-how)) !=
+                          nullptr;
 }
 
-TEST_P(AllocationFault, Merge) {
+TEST_P(AllocationFault, Include) {
     Loaded source(GetParam());
-    Bytes whole;
-    {
-        Loaded target(GetParam());
-        std::map<VXString, VXSwfExportAssetsTag*> exports;
-        ASSERT_TRUE(Merge(target.movie, source.movie, exports));
-        whole = DumpOf(target.movie);
+    for (const int how : {0, 1, -1}) {
+        Bytes whole;
+        const auto attempt = [&](const auto& refuse) {
+            Loaded target(GetParam());
+            std::map<VXString, VXSwfExportAssetsTag*> exports;
+            const bool isDone = refuse([&] { return Include(how, target.movie, source.movie, exports); });
+            if (whole.empty()) whole = DumpOf(target.movie);
+            EXPECT_TRUE(DumpOf(target.movie) == (isDone ? whole : target.bytes));
+            EXPECT_EQ(exports.size(), isDone && how == 0 ? 1u : 0u);
+            source.ExpectUnchanged();
+        };
+        attempt([](const auto& step) { return step(); });
+        RefuseEach(attempt);
     }
-    RefuseEach([&](const auto& refuse) {
-        Loaded target(GetParam());
-        std::map<VXString, VXSwfExportAssetsTag*> exports;
-        const bool isDone = refuse([&] { return Merge(target.movie, source.movie, exports); });
-        EXPECT_TRUE(DumpOf(target.movie) == (isDone ? whole : target.bytes));
-        EXPECT_EQ(exports.size(), isDone ? 1u : 0u);
-        source.ExpectUnchanged();
-    });
 }
 
 TEST_P(AllocationFault, EditsLoseNothing) {
@@ -142,8 +145,6 @@ TEST_P(AllocationFault, EditsLoseNothing) {
         const std::vector<VXSwfTag*> tags(target.movie.begin(), target.movie.end());
         refuse([&] {
             VXBucketSWFIDGenerator ids(target.movie);
-            unsigned short ignored = 0;
-            target.movie.IncludeCharacter(&source.movie, 30, ignored, &ids, 1);
             target.movie.AddFreeCharacterAtEnd();
             BuildTags(target.movie);
             return true;
