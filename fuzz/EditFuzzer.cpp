@@ -44,6 +44,13 @@ private:
         double y;
         unsigned short depth;
     };
+    /// Only automatic depths may fail, once they are used up.
+    static void RequirePlaced(const VXSwfPlaceObject2Tag* placement, const Spot& spot,
+                              const std::vector<VXFlintFilter*>& filters) {
+        if (placement != nullptr) return;
+        Require(spot.depth == 0 || spot.depth == 0xFFFF);
+        for (const VXFlintFilter* filter : filters) delete filter;
+    }
     Spot NewSpot() { return {m_Input.Text(), m_Input.Real(), m_Input.Real(), m_Input.Word()}; }
     VXSwfTagSet::TagIter Somewhere(VXSwfTagSet& set) {
         return std::next(set.begin(), m_Input.Byte() % (set.GetNumTags() + 1));
@@ -236,22 +243,23 @@ void Edit::PlaceId() {
         m_Input.Byte() % 2 == 0
             ? Set().PlaceObject(id, Frame(), spot.name, spot.x, spot.y, spot.depth, filters)
             : Set().PlaceObject(id, Somewhere(Set()), spot.name, spot.x, spot.y, spot.depth, filters);
-    Require(placement != nullptr);
+    RequirePlaced(placement, spot, filters);
 }
 
 void Edit::PlaceTag() {
     auto* character = TagOf<VXSwfDefinitionTag>();
     const Spot spot = NewSpot();
     const std::vector<VXFlintFilter*> filters = Filters();
-    Require(Set().PlaceObject(character, Frame(), spot.name, spot.x, spot.y, spot.depth, filters) != nullptr);
+    RequirePlaced(Set().PlaceObject(character, Frame(), spot.name, spot.x, spot.y, spot.depth, filters), spot,
+                  filters);
 }
 
 void Edit::PlaceAndRemove() {
     const unsigned short id = m_Input.Byte();
     const Spot spot = NewSpot();
     const int placed = Frame();
-    Require(Set().PlaceAndRemoveObject(id, placed, Frame(), spot.name, spot.x, spot.y, spot.depth) !=
-            nullptr);
+    RequirePlaced(Set().PlaceAndRemoveObject(id, placed, Frame(), spot.name, spot.x, spot.y, spot.depth),
+                  spot, {});
 }
 
 void Edit::Remove() {

@@ -41,6 +41,7 @@ VXSwfTagSet::VXSwfTagSet(const VXSwfTagSet& other)
 
 VXSwfTagSet& VXSwfTagSet::operator=(const VXSwfTagSet& other) {
     if (this == &other) return *this;
+    if (std::any_of(other.begin(), other.end(), [this](VXSwfTag* tag) { return IsIn(tag); })) return *this;
     TagList tags = other.m_Tags;
     for (VXSwfTag* tag : tags) Hold(tag);
     ReleaseAll();

@@ -78,7 +78,8 @@ public:
     // `UpdateTagLists`.
 
     /// Inserts before `before` and touches nothing else. As with every `IncludeTag` and `AppendTag`, the tag
-    /// is the set's from the call on: one that stands nowhere is deleted when memory runs out.
+    /// is the set's from the call on: one that stands nowhere is deleted when memory runs out. A sprite that
+    /// is this set, or holds it at any depth, is refused and stays whose it was.
     void IncludeTag(VXSwfTag* tag, TagIter before);
     void AppendTag(VXSwfTag* tag);
     /// Puts the pointers of a range, of this set or another, before `before`; both then hold the tags.
@@ -102,14 +103,15 @@ public:
     VXSwfTag* FindNthTagOfTypeBeforeFrame(enuTagType type, unsigned int n, unsigned int frame,
                                           short strict) const;
 
-    /// The depth itself, or for 0 the next free one from the bottom and for 0xFFFF the next from the top. An
-    /// explicit depth moves the counter that lies nearer, the lower one upward only.
+    /// The depth itself, or for 0 the next free one from the bottom and for 0xFFFF the next from the top; 0
+    /// when no depth is left there. An explicit depth moves the counter that lies nearer, the lower one
+    /// upward only.
     unsigned short GetAbsTagDepth(unsigned short depth);
-    unsigned short ReserveNextDepth() { return ++m_NextDepth; }
+    unsigned short ReserveNextDepth();
 
     /// A placement that stands in no list yet: type 70 when there are filters, which it takes over, else
     /// type 26. `x` and `y` are pixels. Without a character it changes what is at the depth. Null when no tag
-    /// could be made.
+    /// could be made or no depth is left; the filters are then the caller's.
     VXSwfPlaceObject2Tag* CreateAndInitPlaceObjectTag(unsigned short id, const VXString& name, double x,
                                                       double y, unsigned short depth,
                                                       const std::vector<VXFlintFilter*>& filters);
@@ -204,7 +206,11 @@ private:
     /// The `frame`th ShowFrame tag, or the end. Walks on from where the last call ended.
     TagIter FindFrameEnd(unsigned int frame) const;
     void ForgetFrameEnd() const { m_FrameMark = end(); }
-    void Insert(VXSwfTag* tag, TagIter before);
+    /// False when the tag was refused.
+    bool Insert(VXSwfTag* tag, TagIter before);
+    /// Whether `tag` is this sprite or holds it, at any depth.
+    bool IsIn(VXSwfTag* tag) const;
+    bool IsUsedUp(unsigned short depth) const;
     static void Hold(VXSwfTag* tag);
     /// Ends a hold and leaves the tag to the caller.
     static void Drop(VXSwfTag* tag);

@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <unordered_set>
 #include <utility>
 
 #include "framework/VXMakeTag_p.h"
@@ -13,6 +15,7 @@ namespace {
 
 constexpr unsigned short kNextDepth = 0;
 constexpr unsigned short kNextTopDepth = 0xFFFF;
+constexpr unsigned short kLastDepth = 0xFFFF;
 
 unsigned short IdOf(const VXSwfDefinitionTag* character) {
     return character == nullptr ? 0 : character->GetCharacterId();
@@ -40,11 +43,37 @@ void VXSwfTagSet::IncludeTag(VXSwfTag* tag, TagIter before) {
     Insert(tag, before);
 }
 
-void VXSwfTagSet::Insert(VXSwfTag* tag, TagIter before) {
+bool VXSwfTagSet::Insert(VXSwfTag* tag, TagIter before) {
     TagOwner owner(tag != nullptr && tag->m_Holders == 0 ? tag : nullptr);
-    m_Tags.insert(before, tag);
-    Hold(tag);
+    const bool isTaken = !IsIn(tag);
+    if (isTaken) {
+        m_Tags.insert(before, tag);
+        Hold(tag);
+    }
     static_cast<void>(owner.release());
+    return isTaken;
+}
+
+bool VXSwfTagSet::IsIn(VXSwfTag* tag) const {
+    const auto isSprite = [](const VXSwfTag* any) {
+        return any != nullptr && any->GetTagType() == VXSwfTagFactory::TAG_DEFINESPRITE;
+    };
+    if (!isSprite(tag)) return false;
+    const auto* self = dynamic_cast<const VXSwfTag*>(this);
+    // A sprite that stands nowhere, as during a load, can be no other than the tag.
+    if (self == nullptr || tag == self || self->m_Holders == 0) return tag == self;
+    std::vector<VXSwfTag*> sprites{tag};
+    std::unordered_set<const VXSwfTag*> seen{self};  // each once, however often it stands in others
+    while (!sprites.empty()) {
+        const auto* set = dynamic_cast<const VXSwfTagSet*>(sprites.back());
+        sprites.pop_back();
+        if (set == nullptr) continue;
+        for (VXSwfTag* inner : set->m_Tags) {
+            if (inner == self) return true;
+            if (isSprite(inner) && seen.insert(inner).second) sprites.push_back(inner);
+        }
+    }
+    return false;
 }
 
 void VXSwfTagSet::IncludeShowFrameTags(unsigned int count, int frame) {
@@ -54,11 +83,12 @@ void VXSwfTagSet::IncludeShowFrameTags(unsigned int count, int frame) {
 }
 
 void VXSwfTagSet::AppendTag(VXSwfTag* tag) {
-    IncludeTag(tag, end());
+    if (!Insert(tag, end())) return;
     VXIgnore(UpdateTagLists(tag));  // a list that was not kept changes nothing for the tag
 }
 
 void VXSwfTagSet::InsertTags(TagIter before, TagIter first, TagIter last) {
+    if (std::any_of(first, last, [this](VXSwfTag* tag) { return IsIn(tag); })) return;
     TagList tags(first, last);  // of its own, since the range may be one of this list
     for (VXSwfTag* tag : tags) Hold(tag);
     m_Tags.splice(before, tags);
@@ -138,7 +168,14 @@ VXSwfTag* VXSwfTagSet::FindNthTagOfTypeBeforeFrame(enuTagType type, unsigned int
     return nullptr;
 }
 
+bool VXSwfTagSet::IsUsedUp(unsigned short depth) const {
+    return (depth == kNextDepth && m_NextDepth == kLastDepth) || (depth == kNextTopDepth && m_TopDepth <= 1);
+}
+
+unsigned short VXSwfTagSet::ReserveNextDepth() { return GetAbsTagDepth(kNextDepth); }
+
 unsigned short VXSwfTagSet::GetAbsTagDepth(unsigned short depth) {
+    if (IsUsedUp(depth)) return 0;
     if (depth == kNextDepth) return ++m_NextDepth;
     if (depth == kNextTopDepth) return --m_TopDepth;
     if (std::abs(depth - m_TopDepth) < std::abs(depth - m_NextDepth)) {
@@ -152,6 +189,7 @@ unsigned short VXSwfTagSet::GetAbsTagDepth(unsigned short depth) {
 VXSwfPlaceObject2Tag* VXSwfTagSet::CreateAndInitPlaceObjectTag(unsigned short id, const VXString& name,
                                                                double x, double y, unsigned short depth,
                                                                const std::vector<VXFlintFilter*>& filters) {
+    if (IsUsedUp(depth)) return nullptr;
     const enuTagType type =
         filters.empty() ? VXSwfTagFactory::TAG_PLACEOBJECT2 : VXSwfTagFactory::TAG_PLACEOBJECT3;
     auto tag = VXMakeTag<VXSwfPlaceObject2Tag>(type);

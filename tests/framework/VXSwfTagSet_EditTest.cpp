@@ -6,6 +6,7 @@
 #include "framework/VXSwfDefinitionTag.h"
 #include "support/TagSets.h"
 #include "timeline/VXFlintFilter.h"
+#include "timeline/VXSwfDefineSpriteTag.h"
 #include "timeline/VXSwfPlaceObject3Tag.h"
 
 using testing::ElementsAre;
@@ -89,6 +90,32 @@ TEST(VXSwfTagSetEditing, RangesAreSharedWithTheirSource) {
     EXPECT_EQ(DumpOf(target), Join({Bitmap(2), Bitmap(3), kShowFrame})) << "each was held twice";
 }
 
+TEST(VXSwfTagSetEditing, NoSpriteComesToHoldItself) {
+    VXSwfTagSet movie;
+    LoadTags(movie, Sprite(1, 0, Sprite(2, 0, {})));
+    auto& outer = dynamic_cast<VXSwfDefineSpriteTag&>(**movie.begin());
+    auto& inner = dynamic_cast<VXSwfDefineSpriteTag&>(**outer.begin());
+    const Bytes whole = DumpOf(movie);
+    outer.IncludeTag(&outer, -1);
+    inner.IncludeTag(&outer, 0);
+    inner.IncludeTag(&outer, inner.begin());
+    inner.InsertTags(inner.end(), movie.begin(), movie.end());
+    static_cast<VXSwfTagSet&>(inner) = movie;
+    EXPECT_TRUE(DumpOf(movie) == whole);
+    movie.IncludeTag(&inner, -1);
+    VXSwfTag* last = &outer;  // holds what is below it twice, 64 times over
+    for (int i = 0; i < 64; ++i) {
+        auto sprite = NewTag<VXSwfDefineSpriteTag>(39);
+        sprite->AppendTag(last);
+        sprite->AppendTag(last);
+        last = sprite.release();
+        movie.AppendTag(last);
+    }
+    inner.AppendTag(last);
+    EXPECT_EQ(inner.GetNumTags(), 0u);
+    EXPECT_EQ(movie.GetNumTags(), 66u);
+}
+
 TEST(VXSwfTagSetEditing, ErasedTagsAreTheCallers) {
     VXSwfTagSet set;
     LoadTags(set, Join({Bitmap(1), Bitmap(2), kShowFrame}));
@@ -154,7 +181,11 @@ TEST(VXSwfTagSetEditing, DepthsMoveTheNearerCounter) {
     };
     for (const auto& [asked, depth] : rows) EXPECT_EQ(set.GetAbsTagDepth(asked), depth) << asked;
     for (unsigned int depth = 32552; depth < 0x10000; ++depth) EXPECT_EQ(set.ReserveNextDepth(), depth);
-    EXPECT_EQ(set.GetAbsTagDepth(0), 0) << "counters wrap";
+    EXPECT_EQ(set.GetAbsTagDepth(0) + set.ReserveNextDepth(), 0) << "none is left";
+    EXPECT_EQ(set.PlaceAndRemoveObject(7, -1, -1, "", 0, 0, 0), nullptr);
+    EXPECT_EQ(set.GetAbsTagDepth(1), 1);  // nearer to the upper one
+    EXPECT_EQ(set.GetAbsTagDepth(0xFFFF), 0);
+    EXPECT_EQ(set.GetNumTags(), 0u);
 }
 
 /// The matrix of a new placement: unit scale, no skew and a translation in twips.
