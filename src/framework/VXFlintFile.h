@@ -83,7 +83,8 @@ public:
     VXErrorCodeEnum UpdateTagLists(VXSwfTag* tag) override;
     /// The types that get a list of their appended tags; to be called before a load.
     VXErrorCodeEnum SetListsTobeMaintained(std::list<enuTagType>& types);
-    /// Stores the list of a type, which the movie owns; null for a type without one.
+    /// Stores the list of a type, which the movie owns; null for a type without one. A tag that is erased
+    /// stays in its list.
     VXErrorCodeEnum GetTagListOfType(enuTagType type, std::list<VXSwfTag*>** list);
 
     /// 3 when file attributes say so, else 2.
@@ -92,7 +93,8 @@ public:
     short CanSupportAS3Version() const;
 
     /// A new movie, the caller's, by a dump and a load, plain and fully parsed. A tag that fails ends it
-    /// early. Throws std::bad_alloc rather than leave something out for want of memory.
+    /// early. Throws std::bad_alloc rather than leave something out for want of memory; the copy may take
+    /// 512 MiB and 16 times the bytes of this movie.
     VXFlintFile* Copy();
 
 private:

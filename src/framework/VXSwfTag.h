@@ -42,7 +42,8 @@ public:
     /// Writes header and body.
     virtual VXErrorCodeEnum DumpToStream(VXBitStream& out);
     /// A new tag that the caller owns, made by a dump and a load, and so of the class that a load gives to
-    /// the type. The version is not carried over.
+    /// the type. The version is not carried over. Throws std::bad_alloc also when the copy takes more than
+    /// 512 MiB and 16 times the bytes of the body.
     virtual VXSwfTag* Copy();
     /// Sets the first two bytes of the body, where there are two.
     virtual void SetCharacterId(unsigned short id);

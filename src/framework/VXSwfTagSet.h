@@ -49,7 +49,8 @@ public:
     void IncludeTag(VXSwfTag* tag, int frame) override;
     /// Called for every tag that is appended; does nothing here.
     virtual VXErrorCodeEnum UpdateTagLists(VXSwfTag* tag);
-    /// What the tags of this set need from `set`; see `VXSwfTag::BuildDependencyList`.
+    /// What the tags of this set need from `set`; see `VXSwfTag::BuildDependencyList`. One call takes linear
+    /// time; a call for each tag looks through the whole list each time.
     virtual void BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set);
 
     // Load and dump.
@@ -93,7 +94,8 @@ public:
 
     /// The nth from 1, else the end.
     TagIter FindNthTagOfType(enuTagType type, unsigned int n) const;
-    /// The first tag whose `GetCharacterId` is `id`, or null. 0 finds the first tag without an ID.
+    /// The first tag whose `GetCharacterId` is `id`, or null. 0 finds the first tag without an ID. Each tag in
+    /// front is asked, since tags change their IDs by themselves; for many IDs walk the set once.
     VXSwfTag* FindTagByID(unsigned short id) const;
     /// The nth tag of a type, counted backward from the end of a frame and within it; null when there is
     /// none. With `strict` the frame must exist.
@@ -153,27 +155,42 @@ public:
 
     /// Turns a movie into one sprite of this set: its definitions come in front of the sprite under new IDs,
     /// its timeline goes inside with depths lifted by 100, and tags that name symbols follow it. All of it
-    /// lands in front of the `frame`th ShowFrame tag, or at the end for 0 and for too large a frame.
+    /// lands in front of the `frame`th ShowFrame tag, or at the end for 0 and for too large a frame. Scripts
+    /// of the source's frames (type 12) are left out, as are its background, protection, file attributes,
+    /// metadata and scenes.
     ///
     /// `exports` remembers, over any number of merges, which script packages this movie already has: a
     /// package that is there is left out. It belongs to the caller; null treats package exports as ordinary
-    /// ones. DoABC tags come along only when `includeABC` is exactly 1. `*hasFreeCharacter`, when given, is
-    /// set to 1 if the source frees a character and left alone otherwise. `bindComponents` gives the
-    /// component kinds IDs that the generator reserves for them. `convertJpegTables` joins the source's JPEG
-    /// tables with each picture that needs them, up to 64 MiB or 16 times the pictures in all. Such pictures
-    /// (type 6) become type 21 in any case, with a byte of 0 behind.
+    /// ones. Its values are the tags of the sources, and null for a source that was loaded raw. DoABC tags
+    /// come along only when `includeABC` is exactly 1. `*hasFreeCharacter`, when given, is set to 1 if the
+    /// source frees a character and left alone otherwise. `bindComponents` gives the component kinds IDs that
+    /// the generator reserves for them. `convertJpegTables` joins the source's JPEG tables with each picture
+    /// that needs them, up to 64 MiB or 16 times the pictures in all. Such pictures (type 6) become type 21
+    /// in any case, with a byte of 0 behind.
+    ///
+    /// Copies are parsed as version 0, also those of a source that was loaded raw: clip actions of version 6
+    /// and later are lost, and text outside ASCII is cut short. A damaged shape that came raw is no failure
+    /// here, but can make the dump of this movie fail.
     ///
     /// Kept: a parsed placement of type 4 has no copy and is left out.
     ///
-    /// When memory runs out, this set and `exports` are what they were before. `source` is not changed. The
-    /// sprite belongs to this set, except when `source` or `generator` is null: it is then empty and the
-    /// caller's.
+    /// All copies of one call may take 512 MiB and 16 times the bytes that are copied. Beyond that, and when
+    /// memory runs out, std::bad_alloc is thrown; this set and `exports` are then what they were before, as
+    /// after whatever else is thrown by a tag or a generator of the host. `source` is not changed. The sprite
+    /// belongs to this set, except when `source` or `generator` is null: it is then empty and the caller's.
     VXSwfDefineSpriteTag* IncludeTagSetAsSprite(VXSwfTagSet* source, int frame, IVXSwfIdGenerator* generator,
                                                 std::map<VXString, VXSwfExportAssetsTag*>* exports,
                                                 short includeABC, short* hasFreeCharacter,
                                                 short bindComponents, short convertJpegTables);
     /// Copies one character with what it needs, under new IDs, to the end of frame `frame`. Answers the copy,
-    /// or null when `source` has no such character.
+    /// or null when `source` has no such character. A sprite inside a sprite comes once by itself and once in
+    /// each sprite around it. The limit and what happens to a call that fails are those of
+    /// `IncludeTagSetAsSprite`.
+    ///
+    /// What a character needs is what `BuildDependencyList` finds: neither the bitmaps of a shape, nor the
+    /// fonts of a text, nor the characters of a button. A reference to such a one follows the ID that an
+    /// earlier call gave it, so those are copied first. This set keeps these IDs, whatever the source: an ID
+    /// that another source had before, and that is not copied anew, means the character of that other source.
     VXSwfTag* IncludeCharacter(VXSwfTagSet* source, const unsigned short& id, unsigned short& ignoredId,
                                IVXSwfIdGenerator* generator, unsigned int frame);
     /// The same for the character of the first placement with that instance name.
