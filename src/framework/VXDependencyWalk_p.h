@@ -1,48 +1,49 @@
 #pragma once
 
 #include <list>
-#include <memory>
+#include <vector>
 
 #include "framework/VXSwfTagSet.h"
 
-/// The part that one call of `BuildDependencyList` has in collecting what a character needs.
+/// One call of `BuildDependencyList` with all that it leads to.
 ///
-/// The calls of one collection share an index of the list and of the set, which the outermost call makes and
-/// ends. A call that the library makes only leaves behind what is to be visited next: the outermost call
-/// visits it, in the order in which calls inside calls would, so that a chain of placements takes no stack. A
-/// call that comes from a host's own tag class visits everything before it returns, since that class may look
-/// at the list then. Such a class may also have changed the list or the set, so the index is made anew after
-/// it.
-///
-/// `Visit` is the last thing that a call does.
+/// What the classes of this library do in their turn is written here, for a tag and for a sprite, so that a
+/// chain of placements takes no stack. A host's own class is called. It may change the list and the set, so
+/// both are indexed anew after it.
 class VXDependencyWalk {
 public:
-    VXDependencyWalk(std::list<VXSwfTag*>& list, VXSwfTagSet* set);
-    ~VXDependencyWalk();
-    VXDependencyWalk(const VXDependencyWalk&) = delete;
-    VXDependencyWalk& operator=(const VXDependencyWalk&) = delete;
+    VXDependencyWalk(std::list<VXSwfTag*>& list, VXSwfTagSet* set) : m_List(list), m_Set(set) {}
 
-    /// Whether a tag with that character ID is in the list.
-    bool Holds(unsigned short id);
-    /// Puts `tag`, which has that character ID, at the front of the list.
-    void Add(VXSwfTag* tag, unsigned short id);
-    /// The first tag of the set with that ID, or null.
-    VXSwfTag* FindTagByID(unsigned short id);
-    void Visit(VXSwfTag* tag);
-    void Visit(VXSwfTagSet::TagIter first, VXSwfTagSet::TagIter last);
+    // The ways in, whatever class the host has derived.
+
+    void FromTag(VXSwfTag* tag);
+    void FromSprite(VXSwfTag* sprite, VXSwfTagSet& tags);
+    void FromTags(VXSwfTagSet& tags);
 
 private:
-    struct Shared;
+    using TagIter = VXSwfTagSet::TagIter;
+    struct Range {
+        TagIter here;
+        TagIter last;
+        bool isHereVisited = false;  // a host's class may change what follows while it is visited
+    };
 
-    Shared& GetShared();
-    void VisitAll();
-    void CallTag(VXSwfTag* tag);
+    void VisitRanges();
+    /// Null is ignored.
+    void Visit(VXSwfTag* tag);
+    void AddSprite(VXSwfTag* sprite, VXSwfTagSet& tags);
+    /// Answers what the tag brought into the list beside itself, to be visited, or null.
+    VXSwfTag* AddTag(VXSwfTag* tag);
+    bool Holds(unsigned short id);
+    void Add(VXSwfTag* tag, unsigned short id);
+    VXSwfTag* Find(unsigned short id);
 
     std::list<VXSwfTag*>& m_List;
     VXSwfTagSet* m_Set;
-    Shared* m_Shared;               // of the call around this one, or of this one; null until it is of use
-    std::unique_ptr<Shared> m_Own;  // when this call is the outermost one
-    std::size_t m_Floor = 0;        // what is left to visit below it belongs to calls around this one
-    bool m_IsFromLibrary = false;   // a call around this one visits what is left
-    bool m_IsInHostClass = false;   // a host's class stands between that call and this one
+    std::vector<Range> m_Ranges;  // that are being visited, the innermost last
+    std::vector<bool> m_Held;     // IDs in the list; empty before they are looked up
+    std::vector<VXSwfTag*>
+        m_First;  // tag of the set by ID, as far as `m_Next`; empty before the second search
+    TagIter m_Next;
+    bool m_HasSearched = false;
 };

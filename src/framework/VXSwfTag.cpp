@@ -252,17 +252,7 @@ void VXSwfTag::UpdateReferenceIDs(VXFlintIDMap* map) {
 }
 
 void VXSwfTag::BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set) {
-    VXDependencyWalk walk(list, set);
-    if (const unsigned short id = GetCharacterId(); id != 0) {
-        if (!walk.Holds(id)) walk.Add(this, id);
-        return;
-    }
-    const unsigned short reference = GetReferencedID();
-    if (reference == 0 || walk.Holds(reference)) return;
-    VXSwfTag* tag = walk.FindTagByID(reference);
-    if (tag == nullptr) return;
-    walk.Add(tag, reference);
-    walk.Visit(tag);
+    VXDependencyWalk(list, set).FromTag(this);
 }
 
 void VXSwfTag::GetTextInfo(VXString& text) {

@@ -79,7 +79,7 @@ void VXSwfTagSet::ReleaseAll() {
 VXErrorCodeEnum VXSwfTagSet::UpdateTagLists(VXSwfTag*) { return kVXSuccess; }
 
 void VXSwfTagSet::BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set) {
-    VXDependencyWalk(list, set).Visit(begin(), end());
+    VXDependencyWalk(list, set).FromTags(*this);
 }
 
 void VXSwfTagSet::UpdateReferenceIDs(VXFlintIDMap* map) {

@@ -30,7 +30,5 @@ VXErrorCodeEnum VXSwfDefineSpriteTag::DumpToStream(VXBitStream& out) {
 void VXSwfDefineSpriteTag::UpdateReferenceIDs(VXFlintIDMap* map) { VXSwfTagSet::UpdateReferenceIDs(map); }
 
 void VXSwfDefineSpriteTag::BuildDependencyList(std::list<VXSwfTag*>& list, VXSwfTagSet* set) {
-    VXDependencyWalk walk(list, set);
-    if (const unsigned short id = GetCharacterId(); !walk.Holds(id)) walk.Add(this, id);
-    walk.Visit(begin(), end());
+    VXDependencyWalk(list, set).FromSprite(this, *this);
 }
