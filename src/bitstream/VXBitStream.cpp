@@ -18,7 +18,6 @@ namespace {
 
 constexpr unsigned int kGrowthStep = 512;
 constexpr unsigned int kRunAhead = 65536;
-constexpr unsigned int kTouchedAhead = 65536;
 constexpr std::size_t kHeadOfText = 24;  // what a string of few letters takes beside them
 constexpr unsigned int kLargestSpare = 65536;
 
@@ -157,10 +156,6 @@ bool VXBitStream::Allocate(unsigned int capacity) {
         if (block == nullptr) return FailWithoutMemory();
         m_Buffer = static_cast<unsigned char*>(block);
         m_Reserved = reserve;
-    }
-    // A stream that grew into this piece will fill it.
-    if (capacity / kTouchedAhead != m_Capacity / kTouchedAhead) {
-        VXPool::TouchPages(m_Buffer + capacity, std::min(kTouchedAhead, m_Reserved - capacity));
     }
     m_Capacity = capacity;
     // A position that an inflate or a failed allocation left behind the size must not uncover what lies
@@ -310,7 +305,6 @@ VXErrorCodeEnum VXBitStream::WriteAway(const void* data, unsigned int length) {
         return kVXFailure;
     }
     if (isOwn) bytes = m_Buffer + (from - start);
-    if (length >= kTouchedAhead) VXPool::TouchPages(m_Buffer + m_Position, length);
     if (length != 0) std::memmove(m_Buffer + m_Position, bytes, length);
     m_Position += length;
     m_Size = std::max(m_Size, m_Position);

@@ -10,13 +10,6 @@
 
 #include "bitstream/VXPool.h"
 
-namespace {
-
-// From here on the allocator maps memory that nobody has touched.
-constexpr unsigned int kLarge = 131072;
-
-}  // namespace
-
 /// Stands in front of the bytes, or of the pointer to bytes that were taken over.
 struct VXByteBlock::Head {
     static constexpr std::uint32_t kAdopted = 0x80000000u;
@@ -123,7 +116,6 @@ VXByteBlock VXByteBlock::Allocate(unsigned int size) {
     VXByteBlock block;
     if (size != 0) {
         void* place = VXPool::Allocate(sizeof(Head) + std::size_t{size});
-        if (size >= kLarge) VXPool::TouchPages(place, sizeof(Head) + std::size_t{size});
         block.m_Head = new (place) Head{1, size};
     }
     return block;

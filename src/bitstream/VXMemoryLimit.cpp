@@ -21,14 +21,16 @@ void VXMemoryLimit::Charge(std::size_t bytes) {
 }
 
 bool VXMemoryLimit::Spend(std::size_t bytes) noexcept {
-    if (theLimit == nullptr) return true;
-    if (bytes > theLimit->m_BytesLeft) return false;
-    theLimit->m_BytesLeft -= bytes;
+    for (const VXMemoryLimit* limit = theLimit; limit != nullptr; limit = limit->m_Outer) {
+        if (bytes > limit->m_BytesLeft) return false;
+    }
+    for (VXMemoryLimit* limit = theLimit; limit != nullptr; limit = limit->m_Outer)
+        limit->m_BytesLeft -= bytes;
     return true;
 }
 
 void VXMemoryLimit::Regain(std::size_t bytes) noexcept {
-    if (theLimit == nullptr) return;
-    // What was there before the limit does not count.
-    theLimit->m_BytesLeft += std::min(bytes, theLimit->m_Bytes - theLimit->m_BytesLeft);
+    for (VXMemoryLimit* limit = theLimit; limit != nullptr; limit = limit->m_Outer) {
+        limit->m_BytesLeft += std::min(bytes, limit->m_Bytes - limit->m_BytesLeft);
+    }
 }

@@ -1,8 +1,6 @@
 #include "bitstream/VXPool.h"
 
-#include <sched.h>
 #include <sys/mman.h>
-#include <sys/single_threaded.h>
 
 #include <algorithm>
 #include <atomic>
@@ -13,313 +11,344 @@
 
 #include "bitstream/VXMemoryLimit_p.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-#define VX_POOL_PASSES_THROUGH 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(memory_sanitizer)
-#define VX_POOL_PASSES_THROUGH 1
-#endif
-#endif
-
 namespace {
 
-void* AllocateLarge(std::size_t size) {
-    VXMemoryLimit::Charge(size);
-    return ::operator new(size);
+// What the system is asked for.
+
+constexpr std::size_t kPage = 4096;
+constexpr std::size_t kHugePage = std::size_t{2} << 20;
+
+/// Null without memory.
+void* Map(std::size_t size) {
+    void* map = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return map == MAP_FAILED ? nullptr : map;
 }
 
-void FreeLarge(void* block, std::size_t size) noexcept {
-    VXMemoryLimit::Regain(size);
-    ::operator delete(block);
+/// Null where a mapping cannot be moved, as one that consists of several.
+void* Remap(void* map, std::size_t oldSize, std::size_t size) {
+    void* moved = mremap(map, oldSize, size, MREMAP_MAYMOVE);
+    return moved == MAP_FAILED ? nullptr : moved;
 }
+
+/// Keeps the addresses and loses the contents.
+void GiveUpPages(void* start, std::size_t size) { madvise(start, size, MADV_DONTNEED); }
+
+void Unmap(void* start, std::size_t size) {
+    // A process with too many mappings cannot split one. It keeps the addresses then, and not the memory.
+    if (size != 0 && munmap(start, size) != 0) GiveUpPages(start, size);
+}
+
+/// Advice; a system that does not take it has lost nothing.
+void AdviseHugePages(void* start, std::size_t size) { madvise(start, size, MADV_HUGEPAGE); }
 
 }  // namespace
 
-#ifdef VX_POOL_PASSES_THROUGH
-
-void* VXPool::Allocate(std::size_t size) { return AllocateLarge(size); }
-
-void VXPool::Free(void* block, std::size_t size) noexcept {
-    if (block != nullptr) FreeLarge(block, size);
-}
-
-void* VXPool::Resize(void* buffer, std::size_t, std::size_t size) noexcept {
-    return std::realloc(buffer, size);
-}
-
-void VXPool::FreeBuffer(void* buffer, std::size_t) noexcept { std::free(buffer); }
-
-#else
-
 namespace {
 
-// The system hands out regions, a region is cut into pages, a page into blocks of one size. Regions have the
-// size of a huge page, since the first touch of fresh memory costs more than everything else that a small
-// object needs.
-constexpr std::size_t kRegionSize = std::size_t{2} << 20;
-constexpr std::size_t kPageSize = std::size_t{64} << 10;
+#ifdef VXSWF_NO_POOL
+constexpr std::size_t kLargestInPool = 0;
+constexpr std::size_t kLeastMapped = SIZE_MAX;
+#else
+constexpr std::size_t kLargestInPool = VXPool::kLargest;
+constexpr std::size_t kLeastMapped = VXPool::kMapped;
+#endif
+
 constexpr std::size_t kStep = 8;
 constexpr std::size_t kSizes = VXPool::kLargest / kStep;
-constexpr std::size_t kPagesInReserve = 64;
+constexpr unsigned char kBlocksKept = 8;
+constexpr std::size_t kChunkSize = std::size_t{64} << 10;
+constexpr std::size_t kChunksKept = 64;
 
-struct Block {
-    Block* next;
-};
+// Huge pages halve the first touch of some megabytes. Where memory was taken from the system for good in the
+// meantime, as on a virtual machine, hundreds of megabytes of them cost twice what small pages do.
+constexpr std::size_t kMostInHugePages = std::size_t{128} << 20;
 
-struct alignas(16) Page {
-    Page* next;
-    Page* previous;
-    Block* free;
-    unsigned char* fresh;  // blocks from here to the end were never handed out
-    std::uint32_t live;
-    std::uint32_t blockSize;
-};
+constinit std::atomic<std::size_t> theMappedBytes{0};  // those of all chunks
 
-struct PageList {
-    Page* first = nullptr;
+/// Bytes from a place to the next multiple of a power of two.
+std::size_t BytesUpTo(std::size_t unit, const void* place) {
+    return -reinterpret_cast<std::uintptr_t>(place) & (unit - 1);
+}
 
-    void Push(Page* page) {
-        page->previous = nullptr;
-        page->next = first;
-        if (first != nullptr) first->previous = page;
-        first = page;
-    }
-    void Remove(Page* page) {
-        (page->previous != nullptr ? page->previous->next : first) = page->next;
-        if (page->next != nullptr) page->next->previous = page->previous;
+/// Addresses that belong together.
+struct Range {
+    unsigned char* begin = nullptr;
+    unsigned char* end = nullptr;
+
+    std::size_t GetSize() const { return static_cast<std::size_t>(end - begin); }
+    void GiveBack() const {
+        Unmap(begin, GetSize());
+        theMappedBytes.fetch_sub(GetSize(), std::memory_order_relaxed);
     }
 };
 
-class Guard {
+/// Blocks or chunks that nobody uses, each with the next one in its first bytes.
+class Stack {
 public:
-    explicit Guard(std::atomic_flag& lock) : m_Lock(lock) {
-        while (m_Lock.test_and_set(std::memory_order_acquire)) sched_yield();
-    }
-    ~Guard() { m_Lock.clear(std::memory_order_release); }
-    Guard(const Guard&) = delete;
-    Guard& operator=(const Guard&) = delete;
-
-private:
-    std::atomic_flag& m_Lock;
-};
-
-unsigned char* EndOf(Page* page) { return reinterpret_cast<unsigned char*>(page) + kPageSize; }
-
-bool IsFull(Page* page) { return page->free == nullptr && page->fresh + page->blockSize > EndOf(page); }
-
-// Everything below is guarded by one lock and never destroyed: blocks may be freed while the process ends.
-class Store {
-public:
-    // A process with one thread, which is what most hosts are, pays for no atomic operation.
-
-    void* Allocate(std::size_t index) {
-        if (__libc_single_threaded) return TakeBlock(index);
-        const Guard guard(m_Lock);
-        return TakeBlock(index);
-    }
-
-    void Free(void* block, std::size_t index) {
-        if (__libc_single_threaded) return GiveBlock(block, index);
-        const Guard guard(m_Lock);
-        GiveBlock(block, index);
+    void Push(void* place) { m_Top = new (place) Entry{m_Top}; }
+    /// Null when empty.
+    void* Pop() {
+        Entry* entry = m_Top;
+        if (entry != nullptr) m_Top = entry->next;
+        return entry;
     }
 
 private:
-    void* TakeBlock(std::size_t index) {
-        Page* page = m_Usable[index].first;
-        if (page == nullptr) {
-            page = AddPage(index);
-            if (page == nullptr) return nullptr;
+    struct Entry {
+        Entry* next;
+    };
+    Entry* m_Top = nullptr;
+};
+
+/// Lies at a multiple of its size, so that a block finds it.
+struct alignas(16) Chunk {
+    /// Blocks that live. A thread that cuts the chunk adds those it has handed out when it takes the next
+    /// chunk. Until then frees of other threads make the count negative, and none of them finds it at 0.
+    std::atomic<std::int32_t> live{0};
+
+    static Chunk* Of(void* block) {
+        return reinterpret_cast<Chunk*>(reinterpret_cast<std::uintptr_t>(block) & ~(kChunkSize - 1));
+    }
+};
+
+/// What one thread has at hand. It counts in two chunks without an atomic operation: the one that it cuts,
+/// and the one whose blocks it frees.
+class Heap {
+public:
+    constexpr explicit Heap(unsigned char blocksKept) { std::fill(m_Room, m_Room + kSizes, blocksKept); }
+    Heap(const Heap&) = delete;
+    Heap& operator=(const Heap&) = delete;
+    ~Heap();
+
+    /// Null when the chunk is used up.
+    void* Allocate(std::size_t size) {
+        const std::size_t index = (size - 1) / kStep;
+        if (void* block = m_Blocks[index].Pop(); block != nullptr) {
+            ++m_Room[index];
+            return block;
         }
-        ++page->live;
-        void* block = page->free;
-        if (block != nullptr) {
-            page->free = page->free->next;
-        } else {
-            block = page->fresh;
-            page->fresh += page->blockSize;
-        }
-        if (IsFull(page)) m_Usable[index].Remove(page);
+        size = (index + 1) * kStep;
+        // A size that is a multiple of 16 begins at one.
+        unsigned char* block =
+            m_Fresh.begin + (reinterpret_cast<std::uintptr_t>(m_Fresh.begin) & ~size & kStep);
+        if (size > static_cast<std::size_t>(m_Fresh.end - block)) return nullptr;
+        m_Fresh.begin = block + size;
+        ++m_NumCut;
         return block;
     }
-
-    void GiveBlock(void* pointer, std::size_t index) {
-        auto* page = reinterpret_cast<Page*>(reinterpret_cast<std::uintptr_t>(pointer) & ~(kPageSize - 1));
-        if (IsFull(page)) m_Usable[index].Push(page);
-        auto* block = static_cast<Block*>(pointer);
-        block->next = page->free;
-        page->free = block;
-        if (--page->live == 0) {
-            m_Usable[index].Remove(page);
-            GivePage(page);
-        }
-    }
-
-    /// Apart from the way that nearly every block takes.
-    [[gnu::noinline]] Page* AddPage(std::size_t index) {
-        if (!VXMemoryLimit::Spend(kPageSize)) return nullptr;
-        Page* page = TakePage(m_IsOften[index]);
-        if (page == nullptr) {
-            VXMemoryLimit::Regain(kPageSize);
-            return nullptr;
-        }
-        m_IsOften[index] = true;
-        page->free = nullptr;
-        page->fresh = reinterpret_cast<unsigned char*>(page + 1);
-        page->live = 0;
-        page->blockSize = static_cast<std::uint32_t>((index + 1) * kStep);
-        m_Usable[index].Push(page);
-        return page;
-    }
-
-    Page* TakePage(bool isFilledSoon) {
-        Page* page = m_Reserve.first;
-        if (page != nullptr) {
-            m_Reserve.Remove(page);
-            --m_PagesInReserve;
-            return page;
-        }
-        page = m_Returned.first;
-        if (page != nullptr) {
-            m_Returned.Remove(page);
-        } else {
-            if (m_Fresh == m_FreshEnd && !MapRegion()) return nullptr;
-            page = reinterpret_cast<Page*>(m_Fresh);
-            m_Fresh += kPageSize;
-        }
-        if (isFilledSoon) VXPool::TouchPages(page, kPageSize);
-        return page;
-    }
-
-    [[gnu::noinline]] void GivePage(Page* page) {
-        VXMemoryLimit::Regain(kPageSize);
-        if (m_PagesInReserve < kPagesInReserve) {
-            m_Reserve.Push(page);
-            ++m_PagesInReserve;
-            return;
-        }
-        // The first piece stays, since it holds the list.
-        madvise(reinterpret_cast<unsigned char*>(page) + kPiece, kPageSize - kPiece, MADV_DONTNEED);
-        m_Returned.Push(page);
-    }
-
-    bool MapRegion() {
-        void* map =
-            mmap(nullptr, 2 * kRegionSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        if (map == MAP_FAILED) return false;
-        const auto start = reinterpret_cast<std::uintptr_t>(map);
-        const std::uintptr_t region = (start + kRegionSize - 1) & ~(kRegionSize - 1);
-        if (region != start) munmap(map, region - start);
-        if (region != start + kRegionSize) {
-            munmap(reinterpret_cast<void*>(region + kRegionSize), start + kRegionSize - region);
-        }
-        // A small movie stays within the first region and should not take two megabytes for it.
-        if (m_FreshEnd != 0) madvise(reinterpret_cast<void*>(region), kRegionSize, MADV_HUGEPAGE);
-        m_Fresh = region;
-        m_FreshEnd = region + kRegionSize;
+    /// False when the block is not kept and in neither chunk.
+    bool Free(void* block, std::size_t size) noexcept {
+        const std::size_t index = (size - 1) / kStep;
+        if (m_Room[index] == 0) return FreeInChunk(block);
+        --m_Room[index];
+        m_Blocks[index].Push(block);
         return true;
     }
 
-    static constexpr std::size_t kPiece = 4096;
+    /// False without memory.
+    bool TakeChunk() noexcept;
+    /// Frees the block and goes on freeing in its chunk.
+    void FreeElsewhere(void* block) noexcept;
 
-    std::atomic_flag m_Lock;
-    PageList m_Usable[kSizes];    // pages with a block to give, for each size
-    bool m_IsOften[kSizes] = {};  // sizes that have filled a page
-    PageList m_Reserve;           // empty pages whose memory is kept
-    PageList m_Returned;          // empty pages whose memory the system has
-    std::size_t m_PagesInReserve = 0;
-    std::uintptr_t m_Fresh = 0;  // what the newest region has left
-    std::uintptr_t m_FreshEnd = 0;
+private:
+    bool FreeInChunk(void* block) noexcept {
+        const Chunk* chunk = Chunk::Of(block);
+        if (chunk == m_Cut) {
+            --m_NumCut;
+        } else if (chunk == m_Freed) {
+            ++m_NumFreed;
+        } else {
+            return false;
+        }
+        return true;
+    }
+    void AddToCount(Chunk* chunk, std::int32_t change) noexcept;
+    bool MapChunks() noexcept;
+
+    Range m_Fresh;  // of the chunk that is cut
+    Chunk* m_Cut = nullptr;
+    Chunk* m_Freed = nullptr;
+    std::int32_t m_NumCut = 0;  // less those freed again
+    std::int32_t m_NumFreed = 0;
+    unsigned char m_Room[kSizes] = {};  // for blocks of each size
+    Stack m_Blocks[kSizes];
+    Stack m_Chunks;
+    std::size_t m_NumChunks = 0;
+    Range m_Mapped;    // chunks that were never used
+    Range m_GoesBack;  // neighbours within a huge page, which is not split that way
 };
 
-constinit Store theStore;
+Heap::~Heap() {
+    for (Stack& blocks : m_Blocks) {
+        while (void* block = blocks.Pop()) {
+            if (!FreeInChunk(block)) FreeElsewhere(block);
+        }
+    }
+    AddToCount(m_Cut, m_NumCut);
+    AddToCount(m_Freed, -m_NumFreed);
+    while (void* chunk = m_Chunks.Pop()) {
+        auto* begin = static_cast<unsigned char*>(chunk);
+        Range{begin, begin + kChunkSize}.GiveBack();
+    }
+    m_Mapped.GiveBack();
+    m_GoesBack.GiveBack();
+}
 
-constexpr std::size_t IndexOf(std::size_t size) { return size == 0 ? 0 : (size - 1) / kStep; }
+bool Heap::TakeChunk() noexcept {
+    AddToCount(m_Cut, m_NumCut);
+    m_Cut = nullptr;
+    m_Fresh = {};
+    m_NumCut = 0;
+    if (!VXMemoryLimit::Spend(kChunkSize)) return false;
+    void* place = m_Chunks.Pop();
+    if (place != nullptr) {
+        --m_NumChunks;
+    } else if (m_Mapped.GetSize() != 0 || MapChunks()) {
+        place = m_Mapped.begin;
+        m_Mapped.begin += kChunkSize;
+    } else {
+        VXMemoryLimit::Regain(kChunkSize);
+        return false;
+    }
+    m_Cut = new (place) Chunk;
+    m_Fresh = {reinterpret_cast<unsigned char*>(m_Cut + 1), static_cast<unsigned char*>(place) + kChunkSize};
+    return true;
+}
 
-}  // namespace
+bool Heap::MapChunks() noexcept {
+    auto* map = static_cast<unsigned char*>(Map(2 * kHugePage));
+    if (map == nullptr) return false;
+    // A small movie needs but a part of the first huge page.
+    const bool isFirst = m_Mapped.begin == nullptr;
+    const std::size_t before = BytesUpTo(kHugePage, map);
+    m_Mapped = {map + before, map + before + kHugePage};
+    Unmap(map, before);
+    Unmap(m_Mapped.end, kHugePage - before);
+    const std::size_t mapped = theMappedBytes.fetch_add(kHugePage, std::memory_order_relaxed);
+    if (!isFirst && mapped < kMostInHugePages) AdviseHugePages(m_Mapped.begin, kHugePage);
+    return true;
+}
 
-void* VXPool::Allocate(std::size_t size) {
-    if (size > kLargest) return AllocateLarge(size);
-    void* block = theStore.Allocate(IndexOf(size));
+void Heap::FreeElsewhere(void* block) noexcept {
+    AddToCount(m_Freed, -m_NumFreed);
+    m_Freed = Chunk::Of(block);
+    m_NumFreed = 1;
+}
+
+/// Whoever brings the count of a chunk to 0 takes the chunk.
+void Heap::AddToCount(Chunk* chunk, std::int32_t change) noexcept {
+    if (chunk == nullptr || chunk->live.fetch_add(change, std::memory_order_acq_rel) != -change) return;
+    VXMemoryLimit::Regain(kChunkSize);
+    if (m_NumChunks < kChunksKept) {
+        m_Chunks.Push(chunk);
+        ++m_NumChunks;
+        return;
+    }
+    auto* begin = reinterpret_cast<unsigned char*>(chunk);
+    if (begin != m_GoesBack.end || BytesUpTo(kHugePage, begin) == 0) {
+        m_GoesBack.GiveBack();
+        m_GoesBack.begin = begin;
+    }
+    m_GoesBack.end = begin + kChunkSize;
+}
+
+// A thread begins with an empty heap, which never changes, and ends with it.
+constinit Heap theEmptyHeap(0);
+[[gnu::tls_model("initial-exec")]] constinit thread_local Heap* theHeap = &theEmptyHeap;
+constinit thread_local bool isEnding = false;
+
+struct HeapOwner {
+    ~HeapOwner() {
+        theHeap = &theEmptyHeap;
+        isEnding = true;
+        delete heap;
+    }
+    Heap* heap;
+};
+
+/// Does `step` with the heap of the thread. One that is ending, or has no memory for a heap, gets a heap for
+/// this step alone.
+template <typename Step>
+auto WithHeap(const Step& step) {
+    if (theHeap == &theEmptyHeap && !isEnding) {
+        if (auto* heap = new (std::nothrow) Heap(kBlocksKept); heap != nullptr) {
+            thread_local const HeapOwner owner{heap};
+            theHeap = heap;
+        }
+    }
+    if (theHeap != &theEmptyHeap) return step(*theHeap);
+    Heap brief(0);
+    return step(brief);
+}
+
+// Apart from the way that nearly every block takes.
+
+[[gnu::noinline]] void* AllocateFromNextChunk(std::size_t size) {
+    void* block = WithHeap([size](Heap& heap) { return heap.TakeChunk() ? heap.Allocate(size) : nullptr; });
     if (block == nullptr) throw std::bad_alloc();
     return block;
 }
 
+[[gnu::noinline]] void FreeInNextChunk(void* block) noexcept {
+    WithHeap([block](Heap& heap) { heap.FreeElsewhere(block); });
+}
+
+/// A size of 0 is none for the pool.
+bool IsInPool(std::size_t size) { return size - 1 < kLargestInPool; }
+
+}  // namespace
+
+void* VXPool::Allocate(std::size_t size) {
+    if (!IsInPool(size)) {
+        VXMemoryLimit::Charge(size);
+        return ::operator new(size);
+    }
+    void* block = theHeap->Allocate(size);
+    return block != nullptr ? block : AllocateFromNextChunk(size);
+}
+
 void VXPool::Free(void* block, std::size_t size) noexcept {
     if (block == nullptr) return;
-    if (size > kLargest) {
-        FreeLarge(block, size);
-    } else {
-        theStore.Free(block, IndexOf(size));
+    if (!IsInPool(size)) {
+        VXMemoryLimit::Regain(size);
+        ::operator delete(block);
+    } else if (!theHeap->Free(block, size)) {
+        FreeInNextChunk(block);
     }
 }
 
 void* VXPool::Resize(void* buffer, std::size_t oldSize, std::size_t size) noexcept {
-    const bool wasMapped = oldSize >= kMapped;
-    const bool isMapped = size >= kMapped;
+    const bool wasMapped = oldSize >= kLeastMapped;
+    const bool isMapped = size >= kLeastMapped;
     if (!wasMapped && !isMapped) return std::realloc(buffer, size);
-    void* resized = nullptr;
     if (wasMapped && isMapped) {
-        // Fails for a buffer that consists of several mappings, as one does of which a part was advised on.
-        resized = mremap(buffer, oldSize, size, MREMAP_MAYMOVE);
-        if (resized != MAP_FAILED) return resized;
+        if (void* moved = Remap(buffer, oldSize, size); moved != nullptr) return moved;
     }
-    if (isMapped) {
-        resized = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        if (resized == MAP_FAILED) return nullptr;
-        // All of it, so that it stays one mapping. One that takes over what was written is there already.
-        if (buffer == nullptr) madvise(resized, size, MADV_HUGEPAGE);
-    } else {
-        resized = std::malloc(size);
-        if (resized == nullptr) return nullptr;
-    }
+    void* resized = isMapped ? Map(size) : std::malloc(size);
+    if (resized == nullptr) return nullptr;
+    // All of it, so that it stays one mapping.
+    if (isMapped && size <= kMostInHugePages) AdviseHugePages(resized, size);
     if (buffer != nullptr) std::memcpy(resized, buffer, std::min(oldSize, size));
     FreeBuffer(buffer, oldSize);
     return resized;
 }
 
 void VXPool::FreeBuffer(void* buffer, std::size_t size) noexcept {
-    if (size < kMapped) {
+    if (size < kLeastMapped) {
         std::free(buffer);
     } else if (buffer != nullptr) {
-        munmap(buffer, size);
+        Unmap(buffer, size);
     }
 }
 
-#endif
-
-namespace {
-
-/// The part of a block that consists of whole units.
-struct Whole {
-    std::uintptr_t start;
-    std::size_t size;
-};
-
-Whole WholeUnits(void* block, std::size_t size, std::uintptr_t unit) {
-    const auto begin = reinterpret_cast<std::uintptr_t>(block);
-    const std::uintptr_t start = (begin + unit - 1) & ~(unit - 1);
-    const std::uintptr_t end = (begin + size) & ~(unit - 1);
-    return {start, end > start ? end - start : 0};
-}
-
-}  // namespace
-
-// All are advice; a system that does not take it has lost nothing.
-
 void VXPool::PreferHugePages(void* block, std::size_t size) noexcept {
-    const Whole whole = WholeUnits(block, size, std::size_t{2} << 20);
-    if (whole.size != 0) madvise(reinterpret_cast<void*>(whole.start), whole.size, MADV_HUGEPAGE);
+    const std::size_t before = BytesUpTo(kHugePage, block);
+    if (size < before + kHugePage) return;
+    AdviseHugePages(static_cast<unsigned char*>(block) + before, (size - before) & ~(kHugePage - 1));
 }
 
 void VXPool::ReturnPages(void* part, std::size_t size) noexcept {
-    const Whole whole = WholeUnits(part, size, 4096);
-    if (whole.size != 0) madvise(reinterpret_cast<void*>(whole.start), whole.size, MADV_DONTNEED);
-}
-
-void VXPool::TouchPages(void* block, std::size_t size) noexcept {
-#ifdef MADV_POPULATE_WRITE
-    const Whole whole = WholeUnits(block, size, 4096);
-    if (whole.size != 0) madvise(reinterpret_cast<void*>(whole.start), whole.size, MADV_POPULATE_WRITE);
-#endif
+    const std::size_t before = BytesUpTo(kPage, part);
+    if (size >= before + kPage)
+        GiveUpPages(static_cast<unsigned char*>(part) + before, (size - before) & ~(kPage - 1));
 }

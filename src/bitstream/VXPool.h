@@ -7,15 +7,16 @@
 
 /// Storage for small objects that come by the hundred thousand: tags, list nodes, short bodies, records. A
 /// block of the general allocator carries a header of its own and starts at a multiple of 16; a block from
-/// here carries nothing and comes at a multiple of 8, or of 16 when its size is one, side by side with its
-/// neighbours of the same size.
-/// Sizes above `kLargest` go to the general allocator.
+/// here carries nothing and comes at a multiple of 8, or of 16 when its size is one. Sizes above `kLargest`
+/// go to the general allocator.
 ///
-/// Buffers that grow have operations of their own below.
+/// A thread cuts its blocks from the front of a chunk of 64 KiB, one behind the other. Any thread may free
+/// them. A chunk counts the blocks in it that live, and is free when the last one is; so one block holds a
+/// chunk. A thread keeps up to 8 freed blocks of each size for its next ones, and up to 4 MiB of free
+/// chunks; the rest goes back to the system, and all of it when the thread ends. Nothing here takes a lock,
+/// and a process may fork at any time.
 ///
-/// Pages whose blocks are all free again are kept for the next load up to a small reserve, and given back to
-/// the system beyond it. Any thread may free what another allocated. Builds with AddressSanitizer pass every
-/// block through to the general allocator, so that a use after the end is still found.
+/// Built with VXSWF_POOL off, as for the sanitizers, every block comes from the general allocator.
 class VXSWF_API VXPool {
 public:
     static constexpr std::size_t kLargest = 512;
@@ -27,9 +28,7 @@ public:
     static void Free(void* block, std::size_t size) noexcept;
 
     /// Gives a buffer a new size, which is not 0, and keeps what fits; a null one begins with `oldSize` 0.
-    /// Null without memory, and the old buffer then stays. From `kMapped` bytes on a buffer is a mapping of
-    /// its own: one that grows takes its pages along, and leaves no copy behind that the process would go on
-    /// holding. One that begins as such prefers huge pages.
+    /// Null without memory, and the old buffer then stays.
     [[nodiscard]] static void* Resize(void* buffer, std::size_t oldSize, std::size_t size) noexcept;
     /// Frees what `Resize` gave; `size` must be the last one asked for. Null is ignored.
     static void FreeBuffer(void* buffer, std::size_t size) noexcept;
@@ -40,8 +39,6 @@ public:
     static void PreferHugePages(void* block, std::size_t size) noexcept;
     /// Gives the pages that lie whole in a part of a buffer back to the system; the part is not used again.
     static void ReturnPages(void* part, std::size_t size) noexcept;
-    /// Has the system provide all pages of a block that is about to be overwritten, in one go.
-    static void TouchPages(void* block, std::size_t size) noexcept;
 };
 
 /// A base that places objects made with `new`, a host's included, in the pool. A class with subclasses needs

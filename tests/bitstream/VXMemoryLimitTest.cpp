@@ -51,14 +51,15 @@ TEST(VXMemoryLimit, WhatIsFreedComesBackAndNoMore) {
     }
 }
 
-TEST(VXMemoryLimit, TheLastOneMadeIsInForce) {
-    const VXMemoryLimit limit(1000);
-    {
-        const VXMemoryLimit inner(kMegabyte);
-        VXMemoryLimit::Charge(kMegabyte);
+TEST(VXMemoryLimit, OfSeveralTheTightestStops) {
+    VXMemoryLimit limit(1000);
+    for (const std::size_t most : {std::size_t{600}, std::size_t{400}}) {
+        const VXMemoryLimit inner(600);
+        VXMemoryLimit::Charge(most);
         EXPECT_THROW(VXMemoryLimit::Charge(1), std::bad_alloc);
     }
-    VXMemoryLimit::Charge(1000);
+    limit.Raise(2);
+    VXMemoryLimit::Charge(2);
     EXPECT_THROW(VXMemoryLimit::Charge(1), std::bad_alloc);
 }
 

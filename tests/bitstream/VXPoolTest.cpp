@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstring>
+#include <fstream>
 #include <list>
 #include <memory>
 #include <thread>
@@ -52,8 +56,8 @@ TEST(VXPool, BlocksOfAllSizesKeepTheirBytes) {
     Churn(1, 60000);
 }
 
-TEST(VXPool, ManyPagesComeAndGo) {
-    // More than the reserve, twice: the second round lives on pages that went back to the system.
+TEST(VXPool, ManyChunksComeAndGo) {
+    // More than a thread keeps, twice: the second round lives in chunks that went back to the system.
     for (const auto round : std::initializer_list<unsigned char>{1, 2}) {
         std::vector<Piece> pieces;
         for (int i = 0; i < 60000; ++i) {
@@ -125,6 +129,55 @@ TEST(VXPool, ThreadsMayFreeWhatOthersTook) {
     nodes.clear();
     objects.clear();  // through a base, which tells the whole size
     Churn(3, 2000);
+}
+
+TEST(VXPool, ThreadsThatEndLeaveNothingBehind) {
+    /// Made before anything that the pool has in the thread, and so destroyed after it.
+    struct Late {
+        ~Late() {
+            VXPool::Free(block, 24);
+            VXPool::Free(VXPool::Allocate(24), 24);
+        }
+        void* block = nullptr;
+    };
+    const auto numPages = [] {
+        std::size_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        return pages;
+    };
+    void* kept = nullptr;
+    std::size_t before = 0;
+    for (int i = 0; i < 300; ++i) {
+        std::thread([&] {
+            thread_local Late late;
+            late.block = VXPool::Allocate(24);
+            VXPool::Free(kept, 24);
+            kept = VXPool::Allocate(24);
+        }).join();
+        if (i == 99) before = numPages();
+    }
+    EXPECT_LE(numPages(), before + 1000);
+    VXPool::Free(kept, 24);
+}
+
+TEST(VXPool, AProcessMayForkAtAnyTime) {
+    std::atomic<bool> isDone = false;
+    std::thread other([&] {
+        while (!isDone) Churn(5, 3000);
+    });
+    for (int i = 0; i < 30; ++i) {
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(60);
+            Churn(9, 3000);
+            _exit(testing::Test::HasFailure() ? 1 : 0);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    isDone = true;
+    other.join();
 }
 
 }  // namespace
