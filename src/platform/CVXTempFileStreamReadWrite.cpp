@@ -9,11 +9,7 @@
 namespace {
 
 /// A descriptor that the caller owns, or −1.
-int OpenUnnamedFile() {
-    // In a program with raised rights the environment does not choose the place.
-    const char* const chosen = secure_getenv("TMPDIR");
-    const std::string directory = chosen != nullptr && *chosen != '\0' ? chosen : "/tmp";
-
+int OpenUnnamedFileIn(const std::string& directory) {
     int descriptor = open(directory.c_str(), O_TMPFILE | O_RDWR | O_EXCL | O_CLOEXEC, 0600);
     if (descriptor >= 0) return descriptor;
 
@@ -22,6 +18,13 @@ int OpenUnnamedFile() {
     descriptor = mkostemp(name.data(), O_CLOEXEC);
     if (descriptor >= 0) unlink(name.c_str());
     return descriptor;
+}
+
+int OpenUnnamedFile() {
+    // In a program with raised rights the environment does not choose the place.
+    const char* const chosen = secure_getenv("TMPDIR");
+    const int descriptor = chosen != nullptr && *chosen != '\0' ? OpenUnnamedFileIn(chosen) : -1;
+    return descriptor >= 0 ? descriptor : OpenUnnamedFileIn("/tmp");
 }
 
 }  // namespace
