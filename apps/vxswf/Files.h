@@ -14,9 +14,8 @@ inline constexpr const char* kStandardStream = "-";
 /// other tag is carried as it is. What goes wrong has been reported when the call comes back.
 ExitCode LoadMovie(const std::string& file, bool isRaw, VXFlintFile& movie);
 
-/// Dumps `movie` to `file`, which is replaced only by a whole movie: it is written to a temporary file in the
-/// same directory, which then takes the name. A symbolic link is followed; a device or pipe, like standard
-/// output, gets the movie once the dump is whole. What goes wrong has been reported when the call comes back.
+/// Dumps `movie` to `file`, which gets a whole movie or stays as it was; `OutputFile` tells how. What goes
+/// wrong has been reported when the call comes back.
 ExitCode SaveMovie(VXFlintFile& movie, const std::string& file);
 
 /// The bytes of a file that is no movie and has `longest` of them at most. What goes wrong has been reported

@@ -96,7 +96,7 @@ ExitCode Merge(const MergeOptions& options) {
         if (sprite == nullptr ||
             movie.PlaceObject(sprite, options.frame, VXString(options.name.c_str()), position.x, position.y,
                               static_cast<unsigned short>(depth), {}) == nullptr) {
-            return ReportFailure(file, "merge", kVXFailure);
+            return ReportFailure(file, "cannot be merged");
         }
     }
     return SaveMovie(movie, options.out);

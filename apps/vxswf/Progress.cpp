@@ -1,13 +1,12 @@
 #include "Progress.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <iostream>
 
 #include "Report.h"
+#include "System.h"
 
 namespace {
 
@@ -18,13 +17,13 @@ constexpr std::size_t kLongestName = 40;  // bytes, so that the line stays one l
 
 Clock::time_point g_NextTime = Clock::now() + std::chrono::seconds(1);
 bool g_IsShown = false;
+const bool g_IsTerminal = IsErrorATerminal();
 
 }  // namespace
 
 void ShowProgress(const char* step, const std::string& file, unsigned long long done,
                   unsigned long long all) {
-    static const bool isTerminal = isatty(STDERR_FILENO) != 0;
-    if (!isTerminal) return;
+    if (!g_IsTerminal) return;
     const Clock::time_point now = Clock::now();
     if (now < g_NextTime) return;
     g_NextTime = now + kInterval;
@@ -47,7 +46,7 @@ int ProgressStream::XferByte(unsigned char* data, int count) {
         const int wanted = std::min(count - done, kStep);
         const int got = CVXStreamReadWrite::XferByte(data + done, wanted);
         done += got;
-        ShowProgress(IsReading() ? "reading" : "writing", m_File, Tell(), m_Size);
+        ShowProgress("writing", m_File, Tell(), 0);
         if (got != wanted) break;
     }
     return done;

@@ -10,17 +10,15 @@ void ShowProgress(const char* step, const std::string& file, unsigned long long 
 /// Takes the line away, if one is there. Whoever writes to a terminal calls this first.
 void EraseProgress();
 
-/// A stream over a file that shows how far it is read or written.
+/// A stream over a file that shows how far it is written.
 class ProgressStream : public CVXStreamReadWrite {
 public:
-    /// Takes over the descriptor; `size` is 0 for a file that is to be written.
-    ProgressStream(int descriptor, const std::string& file, unsigned long long size)
-        : CVXStreamReadWrite(descriptor), m_File(file), m_Size(size) {}
+    /// Takes over the descriptor.
+    ProgressStream(int descriptor, const std::string& file) : CVXStreamReadWrite(descriptor), m_File(file) {}
 
     using CVXStreamReadWrite::XferByte;
     int XferByte(unsigned char* data, int count) override;
 
 private:
     std::string m_File;
-    unsigned long long m_Size;
 };

@@ -6,34 +6,19 @@
 
 #include "Progress.h"
 
-namespace {
-
-std::string g_LibraryMessage;
-
-void WriteLine(const std::string& file, const std::string& text) {
+void ReportNote(const std::string& file, const std::string& text) {
     EraseProgress();
     // One write, so that lines of several runs do not mix.
     std::cerr << "vxswf: " + Printable(file) + ": " + Printable(text) + '\n';
 }
 
-}  // namespace
-
-void KeepLibraryMessages() {
-    VXSetAssertHandler([](const char* message) { g_LibraryMessage = message; });
-}
-
-void ForgetLibraryMessage() { g_LibraryMessage.clear(); }
-
-ExitCode ReportFailure(const std::string& file, const char* step, VXErrorCodeEnum code) {
-    std::string text = std::string(step) + " failed with " + std::to_string(static_cast<int>(code));
-    if (!g_LibraryMessage.empty()) text += " (" + g_LibraryMessage + ")";
-    ForgetLibraryMessage();
-    WriteLine(file, text);
+ExitCode ReportFailure(const std::string& file, const std::string& reason) {
+    ReportNote(file, reason);
     return kFailed;
 }
 
 ExitCode ReportUnusable(const std::string& file, const std::string& reason) {
-    WriteLine(file, reason);
+    ReportNote(file, reason);
     return kUnusable;
 }
 

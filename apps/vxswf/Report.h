@@ -8,20 +8,15 @@
 /// What the command answers to its caller.
 enum ExitCode : int {
     kDone = 0,
-    kFailed = 1,    ///< the library reported a failure
+    kFailed = 1,    ///< a movie is damaged, or the library reported a failure
     kUnusable = 2,  ///< wrong usage, or a file that cannot be opened, read or written
 };
 
-/// Keeps the library's own messages off standard error from now on; the last one goes into the next line of
-/// `ReportFailure`.
-void KeepLibraryMessages();
-/// To be called where a new piece of work begins, so that a message is told with the failure it belongs to.
-void ForgetLibraryMessage();
-
-/// Writes the line `vxswf: FILE: STEP failed with CODE`, the library's last message in parentheses behind it.
-/// Always `kFailed`.
-ExitCode ReportFailure(const std::string& file, const char* step, VXErrorCodeEnum code);
-/// Writes the line `vxswf: FILE: REASON`. Always `kUnusable`.
+/// Writes the line `vxswf: FILE: TEXT`; the work goes on.
+void ReportNote(const std::string& file, const std::string& text);
+/// The same about a movie that does not do. Always `kFailed`.
+ExitCode ReportFailure(const std::string& file, const std::string& reason);
+/// The same about a file or its use. Always `kUnusable`.
 ExitCode ReportUnusable(const std::string& file, const std::string& reason);
 /// The same with the reason that the system gives in `errno`.
 ExitCode ReportUnusable(const std::string& file);

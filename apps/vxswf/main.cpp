@@ -1,4 +1,3 @@
-#include <csignal>
 #include <iostream>
 #include <memory>
 #include <new>
@@ -6,6 +5,8 @@
 
 #include "Commands.h"
 #include "Report.h"
+#include "System.h"
+#include "platform/VXAssert.h"
 
 namespace {
 
@@ -25,11 +26,8 @@ public:
 }  // namespace
 
 int main(int argc, char** argv) {
-    // A file that grows too large is a write that fails, not the end of the program.
-    std::signal(SIGXFSZ, SIG_IGN);
-    // So is a pipe whose reader is gone.
-    std::signal(SIGPIPE, SIG_IGN);
-    KeepLibraryMessages();
+    PrepareProcess();
+    VXSetAssertHandler([](const char*) {});  // what fails is told in the command's own words
 
     CLI::App app("Lists, rewrites, merges and builds SWF movies.", "vxswf");
     app.formatter(std::make_shared<Formatter>());

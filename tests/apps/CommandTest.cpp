@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -108,7 +109,7 @@ private:
 TEST_F(Command, InfoListsHeaderAndTagsAndGoesOnAfterAFailure) {
     Write("bad.swf", Hex("47 57 53"));
     ExpectRun("vxswf info bad.swf gone.swf a.swf >out", 2,
-              "bad.swf: load failed with 1\nvxswf: gone.swf: No such file or directory");
+              "bad.swf: is not an SWF movie\nvxswf: gone.swf: No such file or directory");
     EXPECT_EQ(ReadFile<std::string>(At("out")),
               "a.swf: FWS, version 8, length 128, frame (0, 0) to (100, 50) pixels, rate 12, frames 1\n"
               "     0 short          4  TAG_FILEATTRIBUTES(69)\n"
@@ -164,19 +165,46 @@ TEST_F(Command, CopyFillsADirectory) {
 TEST_F(Command, CopyKeepsModesAndWritesThroughLinks) {
     ExpectRuns(
         {{"chmod 640 a.swf; vxswf copy --compress a.swf a.swf && vxswf copy --plain a.swf a.swf"},
+         {"TMPDIR=/nonexistent vxswf copy --compress a.swf c.swf && vxswf copy --plain c.swf c.swf"},
          {"umask 027; vxswf copy a.swf new.swf; [[ $(stat -c %a a.swf new.swf | xargs) == '640 640' ]]"},
          {"mkdir sub; echo >old.swf; ln -s ../old.swf sub/link; ln -s sub/link twice; ln -s sub/new "
           "dangling"},
          {"vxswf copy a.swf twice && vxswf copy a.swf dangling"},
          {"[[ -L twice && -L sub/link && -L dangling ]]"}});
-    ExpectMovies({"a.swf", "new.swf", "old.swf", "sub/new"});
+    ExpectMovies({"a.swf", "c.swf", "new.swf", "old.swf", "sub/new"});
+}
+
+TEST_F(Command, NamesOfOthersOwnersAndDevicesAreKept) {
+    ExpectRuns({{"ln a.swf b.swf; vxswf copy --plain a.swf b.swf", 0, "b.swf: has other names, .+"},
+                {"for n in stdout fd/1 ../proc/self/fd/1; do vxswf copy a.swf /dev/$n; done >>all.swf"},
+                {"cat a.swf a.swf a.swf | cmp - all.swf >&2"},
+                {"ln -s /dev/stdout out; vxswf copy a.swf out >c.swf && [[ -L out ]]"}});
+    ExpectMovies({"a.swf", "b.swf", "c.swf"});
+    if (geteuid() == 0) {
+        ExpectRun(
+            "chown nobody:nogroup a.swf; chmod 4640 a.swf; vxswf copy a.swf a.swf;"
+            "[[ $(stat -c %U:%G:%a a.swf) == nobody:nogroup:4640 ]]");
+    }
+}
+
+TEST_F(Command, ASignalLeavesNoTemporaryFile) {
+    Write("large.swf", MovieBytes(8, LongTagBytes(777, Noise(1 << 24))));
+    ExpectRun(R"(set -m; exec 3>&2 2>/dev/null
+        for signal in INT TERM HUP; do
+            ')" VXSWF_COMMAND R"(' copy --compress large.swf out.swf &
+            until compgen -G '.vxswf-*' >/dev/null || ! kill -0 $!; do sleep 0.01; done
+            kill -$signal $!; wait $!
+            (($? > 128)) || echo "not ended by $signal" >&3
+        done)");
+    EXPECT_EQ(Names(), (std::set<std::string>{"a.swf", "large.swf"}));
 }
 
 TEST_F(Command, StandardStreamsAndPipes) {
     ExpectRuns(
         {{"cat a.swf | vxswf copy --compress - - | vxswf copy --plain - b.swf"},
          {"vxswf copy <(cat a.swf) >(cat >c.swf); status=$?; wait $!; exit $status"},
-         {"vxswf info - < /dev/null", 1, "-: load failed with 1"},
+         {"vxswf info - < /dev/null", 1, "-: is not an SWF movie"},
+         {"vxswf info /dev/zero", 1, "/dev/zero: is not an SWF movie"},
          {"vxswf copy a.swf /dev/full", 2, "/dev/full: No space left on device"},
          {"vxswf copy a.swf - >/dev/full", 2, "-: No space left on device"},
          {"vxswf info a.swf >/dev/full", 2, "-: No space left on device"},
@@ -225,17 +253,15 @@ TEST_F(Command, AFailureLeavesTheOldFileAndNothingElse) {
     Write("full.swf", MovieBytes(8, Join({TagBytes(26, Hex("02 FF FF 01 00")), TagBytes(1, {})})));
     Write("old.swf", old);
     const std::set<std::string> names = Names();
-    ExpectRuns(
-        {{"vxswf copy cut.swf old.swf", 1, "cut.swf: load failed with 1 \\(.+\\)"},
-         {"vxswf copy . old.swf", 2, "\\.: Is a directory"},
-         {"ulimit -f 100; vxswf copy large.swf old.swf", 2, "old.swf: cannot be written"},
-         {"ulimit -f 100; vxswf copy --compress large.swf old.swf", 1, "old.swf: dump failed with .+"},
-         {"TMPDIR=/nonexistent vxswf copy --compress a.swf old.swf", 1, "old.swf: dump failed with 44.*"},
-         {"vxswf copy a.swf gone/new.swf", 2, "gone/new.swf: No such file or directory"},
-         {"vxswf merge --frame 2 d.swf d.swf old.swf", 2, "d.swf: has no frame 2"},
-         {"vxswf merge full.swf d.swf old.swf", 2, "full.swf: has no depth left above its own"},
-         {"vxswf merge d.swf d.swf cut.swf new.swf", 1, "cut.swf: load failed with 1 \\(.+\\)"},
-         {"vxswf demo --png old.swf old.swf", 2, "old.swf: is no PNG: .+"}});
+    ExpectRuns({{"vxswf copy cut.swf old.swf", 1, "cut.swf: is cut short or damaged"},
+                {"vxswf copy . old.swf", 2, "\\.: Is a directory"},
+                {"ulimit -f 100; vxswf copy large.swf old.swf", 2, "old.swf: File too large"},
+                {"ulimit -f 100; vxswf copy --compress large.swf old.swf", 2, "old.swf: .+: File too large"},
+                {"vxswf copy a.swf gone/new.swf", 2, "gone/new.swf: No such file or directory"},
+                {"vxswf merge --frame 2 d.swf d.swf old.swf", 2, "d.swf: has no frame 2"},
+                {"vxswf merge full.swf d.swf old.swf", 2, "full.swf: has no depth left above its own"},
+                {"vxswf merge d.swf d.swf cut.swf new.swf", 1, "cut.swf: is cut short or damaged"},
+                {"vxswf demo --png old.swf old.swf", 2, "old.swf: is no PNG: .+"}});
     EXPECT_EQ(ReadFile(At("old.swf")), old);
     EXPECT_EQ(Names(), names);
 }
