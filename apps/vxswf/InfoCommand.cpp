@@ -59,9 +59,9 @@ void List(const std::string& file, const VXFlintFile& movie) {
     ListTags(movie, 0);
 }
 
-/// The object's text up to its closing brace. Bytes that are not UTF-8 become U+FFFD.
+/// The object's text up to its closing brace, in ASCII. Bytes that are not UTF-8 become U+FFFD.
 std::string OpenObject(const Json& object) {
-    std::string text = object.dump(-1, ' ', false, Json::error_handler_t::replace);
+    std::string text = object.dump(-1, ' ', true, Json::error_handler_t::replace);
     text.pop_back();
     return text;
 }

@@ -21,6 +21,7 @@ ExitCode ReportUnusable(const std::string& file, const std::string& reason);
 /// The same with the reason that the system gives in `errno`.
 ExitCode ReportUnusable(const std::string& file);
 
-/// `text` with control characters written out as `\xNN`: names in a movie may hold anything, and a line stays
-/// one line.
+/// `text` on one line, without anything that acts on a terminal: names in a movie may hold anything. Control
+/// characters, line separators and marks that turn the direction of writing become `\xNN` or `\uNNNN`, and so
+/// do bytes that are not UTF-8.
 std::string Printable(std::string_view text);

@@ -37,7 +37,7 @@ int main(int argc, char** argv) {
         "vxswf COMMAND --help tells of one command, with examples.\n"
         "Exit code: 0 done, 1 the library reported a failure, 2 wrong usage or an unusable file.");
     app.failure_message([](const CLI::App*, const CLI::Error& error) {
-        return std::string("vxswf: ") + error.what() + "; --help tells more\n";
+        return "vxswf: " + Printable(error.what()) + "; --help tells more\n";
     });
     ExitCode exitCode = kDone;
     AddCopyCommand(app, exitCode);

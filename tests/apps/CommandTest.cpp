@@ -16,6 +16,7 @@
 
 namespace {
 
+using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 namespace fs = std::filesystem;
 
@@ -197,6 +198,15 @@ TEST_F(Command, ASignalLeavesNoTemporaryFile) {
             (($? > 128)) || echo "not ended by $signal" >&3
         done)");
     EXPECT_EQ(Names(), (std::set<std::string>{"a.swf", "large.swf"}));
+}
+
+TEST_F(Command, TextOfOthersDoesNotReachTheTerminal) {
+    Write("b.swf", MovieBytes(8, TagBytes(26, Hex("22 01 00 00 00 6E C2 9B 7F E2 80 AE C3 A4 00"))));
+    EXPECT_THAT(Run("vxswf info b.swf").out, HasSubstr("n\\u009B\\x7F\\u202Eä"));
+    EXPECT_THAT(Run("vxswf info --json b.swf").out, HasSubstr("n\\u009b\\u007f\\u202e\\u00e4"));
+    EXPECT_THAT(Run("vxswf info $'\\x9B\\u2066ä\\xE0\\x80'").err,
+                HasSubstr(": \\x9B\\u2066ä\\xE0\\x80: No such file"));
+    EXPECT_THAT(Run("vxswf info $'--\\x1B]0;' a.swf").err, HasSubstr("--\\x1B]0;"));
 }
 
 TEST_F(Command, StandardStreamsAndPipes) {
