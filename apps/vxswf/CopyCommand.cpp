@@ -1,7 +1,5 @@
-#include <algorithm>
 #include <filesystem>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -15,6 +13,7 @@ namespace fs = std::filesystem;
 
 struct CopyOptions {
     bool isRaw = false;
+    IfShort ifShort = IfShort::kFail;
     bool isCompressed = false;
     bool isPlain = false;
     std::vector<std::string> files;  // and OUT behind them until the command line is read
@@ -23,7 +22,8 @@ struct CopyOptions {
 
 ExitCode CopyTo(const CopyOptions& options, const std::string& file, const std::string& out) {
     VXFlintFile movie;
-    if (const ExitCode code = LoadMovie(file, options.isRaw, movie); code != kDone) return code;
+    if (const ExitCode code = LoadMovie(file, options.isRaw, options.ifShort, movie); code != kDone)
+        return code;
     if (options.isCompressed) movie.SetCompression(1);
     if (options.isPlain) movie.SetCompression(0);
     return SaveMovie(movie, out);
@@ -35,21 +35,9 @@ ExitCode Copy(const CopyOptions& options) {
         if (options.files.size() > 1) return ReportUnusable(options.out, "is no directory");
         return CopyTo(options, options.files.front(), options.out);
     }
-    ExitCode worst = kDone;
-    std::set<std::string> names;
-    for (const std::string& file : options.files) {
-        const std::string name = fs::path(file).filename().string();
-        ExitCode code = kUnusable;
-        if (file == kStandardStream || name.empty()) {
-            code = ReportUnusable(file, "has no name to be copied under");
-        } else if (!names.insert(name).second) {
-            code = ReportUnusable(file, "has the name of another one that was copied");
-        } else {
-            code = CopyTo(options, file, (fs::path(options.out) / name).string());
-        }
-        worst = std::max(worst, code);
-    }
-    return worst;
+    return ForEachName(options.files, [&](const std::string& file, const std::string& name) {
+        return CopyTo(options, file, (fs::path(options.out) / name).string());
+    });
 }
 
 }  // namespace
@@ -61,6 +49,7 @@ void AddCopyCommand(CLI::App& app, ExitCode& exitCode) {
                       "Carry every tag as it is but placements, sprites and file attributes");
     CLI::Option* compress = command->add_flag("--compress", options->isCompressed, "Write compressed movies");
     command->add_flag("--plain", options->isPlain, "Write plain movies")->excludes(compress);
+    AddKeepGoing(*command, options->ifShort);
     // One list, since a list in front of another argument would leave nothing for that.
     command
         ->add_option(

@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <memory>
 #include <system_error>
+#include <utility>
 
+#include "MovieBytes.h"
 #include "Progress.h"
 #include "System.h"
 
@@ -62,8 +64,19 @@ private:
     std::uintmax_t m_Size = 0;  // where it is known before the end
 };
 
-bool HasSignature(const std::vector<unsigned char>& bytes) {
-    return bytes.size() >= 3 && (bytes[0] == 'F' || bytes[0] == 'C') && bytes[1] == 'W' && bytes[2] == 'S';
+/// Loads what there is of a compressed movie that is cut. The library gives a movie room by the bytes that
+/// came, so the rest is deflated again.
+VXErrorCodeEnum LoadCut(const MovieBytes& cut, VXFlintFile& movie) {
+    constexpr unsigned int kHeader = 8;
+    std::vector<unsigned char> bytes = cut.GetBytes();
+    const auto size = static_cast<unsigned int>(bytes.size());
+    bytes[0] = 'C';
+    VXBitStream stream;
+    VX_RETURN_IF_FAILED(stream.Write(bytes.data(), size));
+    if (stream.Compress(kHeader, 0, nullptr, nullptr) == 0) return kVXFailure;
+    VX_RETURN_IF_FAILED(stream.Write(bytes.data(), kHeader));
+    stream.SetPosition(0);
+    return movie.LoadFromStream(stream);
 }
 
 ExitCode DumpMovie(VXFlintFile& movie, const std::string& file, CVXStreamReadWrite& stream) {
@@ -100,19 +113,35 @@ ExitCode SaveThrough(VXFlintFile& movie, const std::string& file, OutputFile& ou
 
 }  // namespace
 
-ExitCode LoadMovie(const std::string& file, bool isRaw, VXFlintFile& movie) {
-    Input input(file);
+ExitCode LoadMovie(const std::string& file, bool isRaw, IfShort ifShort, VXFlintFile& movie) {
     std::vector<unsigned char> bytes;
-    constexpr std::size_t kHeader = 8;
-    if (const ExitCode code = input.ReadUpTo(kHeader, bytes); code != kDone) return code;
-    // What never ends, like /dev/zero, is not read to its end.
-    if (!HasSignature(bytes)) return ReportFailure(file, "is not an SWF movie");
-    if (const ExitCode code = input.ReadAll(kLongestMovie, bytes); code != kDone) return code;
+    if (const ExitCode code = ReadMovie(file, bytes); code != kDone) return code;
+    movie.SetParsingMode(isRaw ? 1 : 0);
+    const unsigned int refusals = VXBitStream::GetNumRefusals();
     VXBitStream stream;
     stream.LoadFromAllocedMem(bytes.data(), static_cast<unsigned int>(bytes.size()));
-    movie.SetParsingMode(isRaw ? 1 : 0);
-    const VXErrorCodeEnum result = movie.LoadFromStream(stream);
-    return result == kVXSuccess ? kDone : ReportFailure(file, "is cut short or damaged");
+    const bool isGood = movie.LoadFromStream(stream) == kVXSuccess;
+    std::string shortness;
+    if (isGood) {
+        // The stream holds the inflated movie by now.
+        if (stream.GetSize() >= movie.GetFileLength()) return kDone;
+        shortness = DescribeEnd(stream.GetSize(), movie.GetFileLength());
+    } else {
+        MovieBytes framed;
+        if (const std::string error = framed.Open(std::move(bytes)); !error.empty())
+            return ReportFailure(file, error);
+        shortness = framed.DescribeShortness();
+        if (shortness.empty()) {
+            const bool isOutOfMemory = VXBitStream::GetNumRefusals() != refusals;
+            return ReportFailure(file, (isOutOfMemory ? "takes more memory than it may " : "is damaged ") +
+                                           framed.DescribePlace(movie.GetNumTags()));
+        }
+        // The tags in front of the end are loaded, unless nothing was inflated.
+        if (ifShort == IfShort::kNote && framed.IsCompressed()) VXIgnore(LoadCut(framed, movie));
+    }
+    if (ifShort == IfShort::kFail) return ReportFailure(file, shortness);
+    ReportNote(file, shortness);
+    return kDone;
 }
 
 ExitCode SaveMovie(VXFlintFile& movie, const std::string& file) {
@@ -128,6 +157,17 @@ ExitCode SaveMovie(VXFlintFile& movie, const std::string& file) {
     if (!output.Commit()) return ReportUnusable(file);
     if (output.HasOtherNames()) ReportNote(file, "has other names, which go on leading to the old contents");
     return kDone;
+}
+
+ExitCode ReadMovie(const std::string& file, std::vector<unsigned char>& bytes) {
+    Input input(file);
+    constexpr std::size_t kSignature = 3;
+    bytes.clear();
+    if (const ExitCode code = input.ReadUpTo(kSignature, bytes); code != kDone) return code;
+    // What never ends, like /dev/zero, is not read to its end.
+    if (const std::string refusal = RefuseSignature(bytes); !refusal.empty())
+        return ReportFailure(file, refusal);
+    return input.ReadAll(kLongestMovie, bytes);
 }
 
 ExitCode ReadFile(const std::string& file, std::size_t longest, std::vector<unsigned char>& bytes) {

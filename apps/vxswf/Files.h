@@ -10,9 +10,18 @@
 /// A file name that stands for standard input or standard output.
 inline constexpr const char* kStandardStream = "-";
 
+/// What a movie means that ends before its header says so.
+enum class IfShort {
+    kFail,
+    kNote,  ///< it is told, and what is there is loaded
+};
+
 /// Loads the movie in `file`. With `isRaw` only placements, sprites and file attributes are parsed, and every
 /// other tag is carried as it is. What goes wrong has been reported when the call comes back.
-ExitCode LoadMovie(const std::string& file, bool isRaw, VXFlintFile& movie);
+ExitCode LoadMovie(const std::string& file, bool isRaw, IfShort ifShort, VXFlintFile& movie);
+
+/// The bytes of a file that begins as a movie does.
+ExitCode ReadMovie(const std::string& file, std::vector<unsigned char>& bytes);
 
 /// Dumps `movie` to `file`, which gets a whole movie or stays as it was; `OutputFile` tells how. What goes
 /// wrong has been reported when the call comes back.

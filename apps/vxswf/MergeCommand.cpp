@@ -1,7 +1,8 @@
-#include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -14,15 +15,60 @@ namespace {
 constexpr double kFarthest = 107374182.0;  // pixels, what 32 bits of twips hold
 constexpr unsigned int kTopDepth = 65534;  // the number above it asks the library to choose
 
+struct Position {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+/// What is merged, and how its sprite is placed.
+struct MergeSource {
+    std::string file;
+    std::string name;
+    Position position;
+};
+
 struct MergeOptions {
     bool isRaw = false;
+    IfShort ifShort = IfShort::kFail;
     unsigned short frame = 1;
+    unsigned int depth = 0;  // 0 for above all others
     std::string name;
     std::string at = "0,0";
     std::string destination;
     std::vector<std::string> sources;  // and OUT behind them until the command line is read
     std::string out;
 };
+
+/// False when the text is not two numbers of pixels with a comma between them.
+bool ReadPosition(const std::string& text, Position& position) {
+    const auto read = [](const std::string& number, double& pixels) {
+        return CLI::detail::lexical_cast(number, pixels) && std::abs(pixels) <= kFarthest;
+    };
+    const std::size_t comma = text.find(',');
+    return comma != std::string::npos && read(text.substr(0, comma), position.x) &&
+           read(text.substr(comma + 1), position.y);
+}
+
+std::string CheckPosition(const std::string& text) {
+    Position position;
+    return ReadPosition(text, position) ? "" : text + " is no position in pixels";
+}
+
+/// Reads `FILE`, `FILE:NAME`, `FILE:@X,Y` or `FILE:NAME@X,Y`; what it leaves out is as for all. A file that
+/// has the whole text as its name goes first.
+MergeSource ReadSource(const std::string& text, const MergeOptions& options) {
+    MergeSource source{text, options.name, {}};
+    ReadPosition(options.at, source.position);
+    std::error_code error;
+    const std::size_t colon = text.rfind(':');
+    if (colon == std::string::npos || std::filesystem::exists(text, error)) return source;
+    source.file = text.substr(0, colon);
+    std::string name = text.substr(colon + 1);
+    const std::size_t at = name.rfind('@');
+    if (at != std::string::npos && ReadPosition(name.substr(at + 1), source.position)) name.resize(at);
+    if (!name.empty()) source.name = name;
+    return source;
+}
 
 /// The depth of a placement as it was loaded, parsed or raw; 0 for every other tag.
 unsigned short DepthOf(VXSwfTag& tag) {
@@ -45,59 +91,48 @@ unsigned short DepthOf(VXSwfTag& tag) {
     return depth;
 }
 
-unsigned int HighestDepth(const VXFlintFile& movie) {
-    unsigned int highest = 0;
+/// The depths of all placements, in every frame.
+std::set<unsigned int> UsedDepths(const VXFlintFile& movie) {
+    std::set<unsigned int> depths;
     for (VXSwfTag* tag : movie) {
-        if (tag != nullptr) highest = std::max<unsigned int>(highest, DepthOf(*tag));
+        if (const unsigned short depth = tag != nullptr ? DepthOf(*tag) : 0; depth != 0) depths.insert(depth);
     }
-    return highest;
-}
-
-struct Position {
-    double x = 0.0;
-    double y = 0.0;
-};
-
-/// False when the text is not two numbers of pixels with a comma between them.
-bool ReadPosition(const std::string& text, Position& position) {
-    const auto read = [](const std::string& number, double& pixels) {
-        return CLI::detail::lexical_cast(number, pixels) && std::abs(pixels) <= kFarthest;
-    };
-    const std::size_t comma = text.find(',');
-    return comma != std::string::npos && read(text.substr(0, comma), position.x) &&
-           read(text.substr(comma + 1), position.y);
-}
-
-std::string CheckPosition(const std::string& text) {
-    Position position;
-    return ReadPosition(text, position) ? "" : text + " is no position in pixels";
+    return depths;
 }
 
 ExitCode Merge(const MergeOptions& options) {
-    Position position;
-    ReadPosition(options.at, position);
     VXFlintFile movie;
-    if (const ExitCode code = LoadMovie(options.destination, options.isRaw, movie); code != kDone)
+    if (const ExitCode code = LoadMovie(options.destination, options.isRaw, options.ifShort, movie);
+        code != kDone) {
         return code;
+    }
     if (movie.GetNumShowFrameTags() < options.frame) {
         return ReportUnusable(options.destination, "has no frame " + std::to_string(options.frame));
     }
-    unsigned int depth = HighestDepth(movie);
+    const std::set<unsigned int> used = UsedDepths(movie);
+    const unsigned int highest = used.empty() ? 0 : *used.rbegin();
+    unsigned int depth = options.depth != 0 ? options.depth : highest + 1;
     VXBucketSWFIDGenerator generator(movie);
     std::map<VXString, VXSwfExportAssetsTag*> exports;
-    for (const std::string& file : options.sources) {
-        if (++depth > kTopDepth)
-            return ReportUnusable(options.destination, "has no depth left above its own");
+    for (const std::string& text : options.sources) {
+        const MergeSource merged = ReadSource(text, options);
+        if (depth > kTopDepth) return ReportUnusable(options.destination, "has no depth left above its own");
+        if (used.contains(depth))
+            return ReportUnusable(options.destination, "has something at depth " + std::to_string(depth));
         VXFlintFile source;
-        if (const ExitCode code = LoadMovie(file, options.isRaw, source); code != kDone) return code;
+        if (const ExitCode code = LoadMovie(merged.file, options.isRaw, options.ifShort, source);
+            code != kDone) {
+            return code;
+        }
         short hasFreeCharacter = 0;
         VXSwfDefineSpriteTag* sprite = movie.IncludeTagSetAsSprite(&source, options.frame, &generator,
                                                                    &exports, 1, &hasFreeCharacter, 0, 1);
         if (sprite == nullptr ||
-            movie.PlaceObject(sprite, options.frame, VXString(options.name.c_str()), position.x, position.y,
-                              static_cast<unsigned short>(depth), {}) == nullptr) {
-            return ReportFailure(file, "cannot be merged");
+            movie.PlaceObject(sprite, options.frame, VXString(merged.name.c_str()), merged.position.x,
+                              merged.position.y, static_cast<unsigned short>(depth), {}) == nullptr) {
+            return ReportFailure(merged.file, "cannot be merged");
         }
+        ++depth;
     }
     return SaveMovie(movie, options.out);
 }
@@ -115,18 +150,24 @@ void AddMergeCommand(CLI::App& app, ExitCode& exitCode) {
     command->add_option("--at", options->at, "Their position in pixels")
         ->type_name("X,Y")
         ->check(CheckPosition);
+    command->add_option("--depth", options->depth, "The depth of the first, from 1; each next lies one above")
+        ->check(CLI::Range(1, 65534))
+        ->type_name("N");
     command->add_flag("--raw", options->isRaw, "Parse placements, sprites and file attributes alone");
+    AddKeepGoing(*command, options->ifShort);
     command->add_option("DEST", options->destination, "The movie; - for standard input")->required();
     // One list, since a list in front of another argument would leave nothing for that.
     command
         ->add_option("SOURCE... OUT", options->sources,
-                     "What is merged into it, in this order; and the result, which may be DEST")
+                     "What is merged into it, in this order, FILE or FILE:NAME@X,Y for a name or position of "
+                     "its own; and the result, which may be DEST")
         ->required()
         ->expected(-2);  // at least two
     command->footer(
         "Examples:\n"
         "  vxswf merge stage.swf logo.swf out.swf\n"
-        "  vxswf merge --frame 2 --name logo --at 40,20 stage.swf logo.swf stage.swf");
+        "  vxswf merge --frame 2 --name logo --at 40,20 stage.swf logo.swf stage.swf\n"
+        "  vxswf merge stage.swf left.swf:l@0,0 right.swf:r@320,0 out.swf");
     command->callback([options, &exitCode] {
         options->out = options->sources.back();
         options->sources.pop_back();

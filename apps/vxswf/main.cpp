@@ -1,7 +1,11 @@
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <new>
+#include <numeric>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "Commands.h"
 #include "Report.h"
@@ -16,12 +20,39 @@ class Formatter : public CLI::Formatter {
 public:
     std::string make_option_usage(const CLI::Option* option) const override {
         const std::string usage = CLI::Formatter::make_option_usage(option);
-        return usage.ends_with(" OUT...") ? usage.substr(0, usage.size() - 3) : usage;
+        return usage.ends_with(" OUT...") || usage.ends_with(" DIR...") ? usage.substr(0, usage.size() - 3)
+                                                                        : usage;
     }
     std::string make_option_opts(const CLI::Option* option) const override {
         return option->nonpositional() ? CLI::Formatter::make_option_opts(option) : "";
     }
 };
+
+/// How many letters have to be added, taken away or replaced to get from one word to another.
+std::size_t Distance(const std::string& from, const std::string& to) {
+    std::vector<std::size_t> row(to.size() + 1);
+    std::iota(row.begin(), row.end(), 0);
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i + 1);
+        for (std::size_t j = 0; j < to.size(); ++j) {
+            const std::size_t replaced = diagonal + (from[i] != to[j] ? 1 : 0);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
+
+/// A message about a first argument that should be a command; empty when it may be one.
+std::string RefuseCommand(const CLI::App& app, const std::string& word) {
+    const auto commands = app.get_subcommands({});
+    if (word.starts_with('-') || word.size() > 64) return "";
+    const auto nearest = std::min_element(commands.begin(), commands.end(), [&](auto* a, auto* b) {
+        return Distance(word, a->get_name()) < Distance(word, b->get_name());
+    });
+    if ((*nearest)->get_name() == word) return "";
+    return Printable(word) + " is no command, the nearest is " + (*nearest)->get_name();
+}
 
 }  // namespace
 
@@ -29,7 +60,7 @@ int main(int argc, char** argv) {
     PrepareProcess();
     VXSetAssertHandler([](const char*) {});  // what fails is told in the command's own words
 
-    CLI::App app("Lists, rewrites, merges and builds SWF movies.", "vxswf");
+    CLI::App app("Lists, rewrites, merges, unpacks and builds SWF movies.", "vxswf");
     app.formatter(std::make_shared<Formatter>());
     app.require_subcommand(1);
     app.set_version_flag("--version", "vxswf " VXSWF_VERSION);
@@ -42,8 +73,13 @@ int main(int argc, char** argv) {
     ExitCode exitCode = kDone;
     AddCopyCommand(app, exitCode);
     AddDemoCommand(app, exitCode);
+    AddExtractCommand(app, exitCode);
     AddInfoCommand(app, exitCode);
     AddMergeCommand(app, exitCode);
+    if (const std::string refusal = argc > 1 ? RefuseCommand(app, argv[1]) : ""; !refusal.empty()) {
+        std::cerr << "vxswf: " + refusal + "; --help tells more\n";
+        return kUnusable;
+    }
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

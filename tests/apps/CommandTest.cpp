@@ -1,10 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <png.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -118,7 +120,8 @@ TEST_F(Command, InfoListsHeaderAndTagsAndGoesOnAfterAFailure) {
               "     2 long           8  TAG_DEFINESPRITE(39) - Id=7\n"
               "         0 short          0  TAG_SHOWFRAME(1)\n"
               "     3 long          70  Unknown(777)\n"
-              "     4 short          0  TAG_SHOWFRAME(1)\n");
+              "     4 short          0  TAG_SHOWFRAME(1)\n"
+              "a.swf: 1 frames, 1 characters, 107 bytes of tags: control 95, sprites 12\n");
 }
 
 TEST_F(Command, InfoWritesOneJsonObjectALine) {
@@ -130,11 +133,127 @@ TEST_F(Command, InfoWritesOneJsonObjectALine) {
     EXPECT_EQ(
         first.substr(0, first.find(",\"tags\"")),
         "{\"file\":\"a.swf\",\"signature\":\"FWS\",\"version\":8,\"length\":128,\"frame\":{\"xMin\":0.0,"
-        "\"xMax\":100.0,\"yMin\":0.0,\"yMax\":50.0},\"frameRate\":12,\"frameCount\":1");
+        "\"xMax\":100.0,\"yMin\":0.0,\"yMax\":50.0},\"frameRate\":12,\"frameCount\":1,\"summary\":{"
+        "\"frames\":1,\"characters\":1,\"bytes\":{\"control\":95,\"sprites\":12}}");
     EXPECT_EQ(a["tags"].size(), 5u);
     EXPECT_EQ(a["tags"][2]["tags"].dump(),
-              "[{\"index\":0,\"type\":1,\"header\":\"short\",\"length\":0,\"text\":\"TAG_SHOWFRAME(1)\"}]");
+              "[{\"index\":0,\"type\":1,\"header\":\"short\",\"length\":0,\"text\":\"TAG_SHOWFRAME(1)\","
+              "\"frame\":1,\"typeName\":\"ShowFrame\"}]");
     EXPECT_EQ(nlohmann::json::parse(second)["file"], "b\n\xEF\xBF\xBD.swf") << "a byte that is not UTF-8";
+}
+
+TEST_F(Command, InfoTellsFieldsAndTheTree) {
+    const Bytes place = TagBytes(26, Hex("66 05 00 07 00 00 6E 00 09 00"));  // sprite 7 as n, clips up to 9
+    const Bytes exports = TagBytes(56, Hex("01 00 07 00 65 00"));
+    const Bytes shape = TagBytes(2, Hex("02 00 48 01 EC 00 00 00 00 00 00"));  // from 0 to 4.92 and 0
+    const Bytes sprite = LongTagBytes(
+        39, Join({Hex("07 00 01 00"), TagBytes(4, Hex("02 00 01 00")), TagBytes(1, {}), TagBytes(0, {})}));
+    Write("t.swf", MovieBytes(8, Join({shape, sprite, exports, TagBytes(43, Hex("6C 00")), place, place,
+                                       TagBytes(1, {}), TagBytes(87, Hex("03 00 00 00 00 00"))})));
+    const auto tags = nlohmann::ordered_json::parse(Run("vxswf info --raw --json t.swf").out)["tags"];
+    EXPECT_EQ(tags[0]["id"], 2);
+    EXPECT_EQ(tags[1]["tags"][0]["character"], 2);
+    EXPECT_EQ(tags[2]["exports"].dump(), "[{\"id\":7,\"name\":\"e\"}]");
+    EXPECT_EQ(tags[3]["label"], "l");
+    EXPECT_THAT(tags[4].dump(), HasSubstr("\"depth\":5,\"character\":7,\"name\":\"n\",\"clipDepth\":9}"));
+    EXPECT_EQ(tags[7]["frame"], 2);
+    EXPECT_THAT(Run("vxswf info --raw --tree t.swf").out,
+                HasSubstr("\nframe 1 \"l\"\n"
+                          "  depth 5 \"n\": DefineSprite(39) 7 \"e\", used by frame 1 of the movie\n"
+                          "    frame 1\n"
+                          "      depth 1: DefineShape(2) 2, used by frame 1 of DefineSprite(39) 7\n"
+                          "  depth 5 \"n\": DefineSprite(39) 7, see above\n"
+                          "not on the timeline\n"
+                          "  DefineBinaryData(87) 3\n"));
+}
+
+TEST_F(Command, ErrorsSayWhatIsWrongAndWhere) {
+    Write("short.swf", Head(Movie(), 60));
+    Write("z.swf", Hex("5A 57 53 0D"));
+    Write("bad.swf", MovieBytes(8, Join({TagBytes(1, {}), TagBytes(2, Hex("02 00"))})));
+    ExpectRuns({{"vxswf copy --compress a.swf c.swf && head -c 50 c.swf >cut.swf"},
+                {"vxswf info short.swf >out", 0, "short.swf: ends at byte 60 of the 128 that .+"},
+                {"vxswf copy short.swf o.swf", 1, "short.swf: ends at byte 60 of the 128 that .+"},
+                {"vxswf copy --keep-going short.swf o.swf", 0, "short.swf: ends .+"},
+                {"vxswf copy --keep-going cut.swf p.swf", 0, "cut.swf: ends at byte .+"},
+                {"vxswf info o.swf p.swf | grep -c SPRITE | grep -q 2"},
+                {"vxswf info z.swf", 1, "z.swf: is compressed with LZMA \\(ZWS\\), which .+"},
+                {"vxswf info bad.swf", 1, "bad.swf: is damaged inside tag 1, DefineShape\\(2\\), at byte 21"},
+                {"vxswf extrat", 2, "extrat is no command, the nearest is extract; .+"}});
+}
+
+TEST_F(Command, ExtractTakesOutWhatMoviesHold) {
+    const auto deflated = [](const char* digits) { return Deflated(Hex(digits), 6); };
+    const Bytes alpha = Deflated(Repeat(96 * 64, 128), 9), photo = Asset("photo.jpg");
+    const Bytes actions =
+        Hex("88 0400 0100 6100"  // a pool with "a"
+            "99 0200 0100"
+            "07"  // a jump over a stop
+            "9B 0800 6600 0100 7800 0100"
+            "17"  // f(x), which pops
+            "96 0700 0800 07 FEFFFFFF"
+            "00");  // "a", −2
+    const char* const listing =
+        "    ConstantPool \"a\"\n    Jump L13\n    Stop\nL13:\n    DefineFunction \"f\" (\"x\")\n"
+        "        Pop\n    end\n    Push \"a\" -2\n";
+    const Bytes stream = Join({TagBytes(18, Hex("00 20 02 00 00 00")), TagBytes(19, Hex("02 00 00 00 FF FB")),
+                               TagBytes(19, Hex("02 00 00 00 12"))});
+    const Bytes sprite = LongTagBytes(39, Join({Hex("0A 00 01 00"), stream, TagBytes(0, {})}));
+    const Bytes tags[] = {
+        TagBytes(8, Hex("FFD8 FFDB0003AA FFD9")),
+        TagBytes(6, Hex("0100 FFD9FFD8 FFC00003BB FFDA0003CC 11FF00FFD033 FFD9 99")),
+        TagBytes(20, Join({Hex("0200 03 0200 0200 01"), deflated("0A0B0C 0D0E0F 0001 0000 0101 0000")})),
+        TagBytes(20, Join({Hex("0300 04 0100 0100"), deflated("7C1F 0000")})),
+        TagBytes(36, Join({Hex("0400 05 0100 0200"), deflated("80402010 00000000")})),
+        LongTagBytes(35, Join({Hex("0500"), Word(static_cast<unsigned int>(photo.size())), Hex("0000"), photo,
+                               alpha})),
+        TagBytes(21, Hex("0600 474946383961 01")),
+        TagBytes(14, Hex("0700 2E 01000000 0000 FFFB90")),
+        TagBytes(14, Hex("0800 12 03000000 000000 60")),
+        sprite,
+        TagBytes(48, Hex("0B00 04 00 01 46 0200 0600 0600 0600 4100 AC20")),
+        TagBytes(11, Hex("0C00 00 00 01 08 88 0B00 1400 02 80 00 00 00")),  // glyphs of one bit
+        TagBytes(87, Hex("0D00 00000000 ABCD")),
+        TagBytes(12, actions),
+        TagBytes(56, Join({Hex("0100 0D00"), Hex("2E2E2F2E2E2F78 00")})),  // "../../x"
+    };
+    Bytes all;
+    for (const Bytes& tag : tags) all = Join({all, tag});
+    Write("e.swf", MovieBytes(8, all));
+    ExpectRun("vxswf extract e.swf d");
+    const std::pair<const char*, Bytes> files[] = {
+        {"pictures/1.jpg", Hex("FFD8 FFDB0003AA FFC00003BB FFDA0003CC 11FF00FFD033 FFD9")},
+        {"pictures/6.gif", Hex("474946383961 01")},
+        {"sounds/7.mp3", Hex("FFFB90")},
+        {"sounds/stream-sprite-10.mp3", Hex("FFFB 12")},
+        {"texts/12.txt", Hex("E282AC 41")},
+        {"binary/13-x.bin", Hex("ABCD")},
+        {"scripts/main-frame-1.txt", Bytes(listing, listing + std::strlen(listing))}};
+    for (const auto& [name, bytes] : files) EXPECT_EQ(ReadFile(At("d") / name), bytes) << name;
+    const Bytes wave = ReadFile(At("d/sounds/8.wav"));
+    EXPECT_EQ(Bytes(wave.begin() + 40, wave.end()), Hex("06000000 0000 0A00 0600"));
+    const std::pair<const char*, Bytes> pictures[] = {{"2.png", Hex("0A0B0CFF 0D0E0FFF 0D0E0FFF 0D0E0FFF")},
+                                                      {"3.png", Hex("FF00FFFF")},
+                                                      {"4.png", Hex("80402080 00000000")},
+                                                      {"5.png", {}}};
+    for (const auto& [name, pixels] : pictures) {
+        png_image image = {};
+        image.version = PNG_IMAGE_VERSION;
+        ASSERT_NE(png_image_begin_read_from_file(&image, (At("d/pictures") / name).c_str()), 0) << name;
+        image.format = PNG_FORMAT_RGBA;
+        Bytes read(PNG_IMAGE_SIZE(image));
+        ASSERT_NE(png_image_finish_read(&image, nullptr, read.data(), 0, nullptr), 0) << name;
+        if (pixels.empty())
+            EXPECT_EQ(read.at(4 * (96 * 64 - 1) + 3), 128) << name;
+        else
+            EXPECT_EQ(read, pixels) << name;
+    }
+    EXPECT_EQ(nlohmann::json::parse(ReadFile<std::string>(At("d/index.json")))["items"].size(), 13u);
+    EXPECT_THAT(ReadFile<std::string>(At("d/index.html")), HasSubstr("src=\"sounds/7.mp3\""));
+    ExpectRuns(
+        {{"vxswf extract --only texts,fonts e.swf t && [[ $(ls t) == $'index.html\\nindex.json\\ntexts' ]]"},
+         {"mkdir l; ln -s .. l/binary; vxswf extract --only binary e.swf l", 2,
+          "l/binary/.+: Not a directory"}});
 }
 
 TEST_F(Command, CopyKeepsOrChangesTheSignatureAndWithRawTheRest) {
@@ -152,12 +271,11 @@ TEST_F(Command, CopyKeepsOrChangesTheSignatureAndWithRawTheRest) {
 
 TEST_F(Command, CopyFillsADirectory) {
     fs::create_directory(At("out"));
-    ExpectRuns(
-        {{"cp a.swf b.swf && vxswf copy --compress a.swf b.swf out && vxswf copy --plain out/* ."},
-         {"vxswf copy a.swf gone.swf out/b.swf out", 2, "gone.swf: No such file or directory"},
-         {"vxswf copy - ./a.swf a.swf out </dev/null", 2,
-          "-: has no name to be copied under\nvxswf: a.swf: has the name of another one that was copied"},
-         {"vxswf copy a.swf b.swf c.swf", 2, "c.swf: is no directory"}});
+    ExpectRuns({{"cp a.swf b.swf && vxswf copy --compress a.swf b.swf out && vxswf copy --plain out/* ."},
+                {"vxswf copy a.swf gone.swf out/b.swf out", 2, "gone.swf: No such file or directory"},
+                {"vxswf copy - ./a.swf a.swf out </dev/null", 2,
+                 "-: has no name for its result\nvxswf: a.swf: has the name of another one in front of it"},
+                {"vxswf copy a.swf b.swf c.swf", 2, "c.swf: is no directory"}});
     ExpectMovies({"a.swf", "b.swf", "out/a.swf"});
     EXPECT_EQ(ReadFile(At("out/b.swf"))[0], 'C');
     EXPECT_EQ(Names(), (std::set<std::string>{"a.swf", "b.swf", "out"}));
@@ -246,9 +364,9 @@ TEST_F(Command, WrongUsage) {
 TEST_F(Command, HelpManualAndCompletionKnowTheSameOptions) {
     // What one of them lacks is written to standard error.
     ExpectRun(R"(. "$A/../completion/vxswf.bash"
-        for c in '' info copy merge demo; do
+        for c in '' info extract copy merge demo; do
             COMP_WORDS=(vxswf $c --) COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _vxswf
-            help=$(vxswf $c --help | sed -En 's/^  (-h,)?(--[a-z0-9]+).*/\2/p')
+            help=$(vxswf $c --help | sed -En 's/^  (-h,)?(--[a-z0-9-]+).*/\2/p')
             diff <(sort <<<"$help") <(printf '%s\n' "${COMPREPLY[@]}" | sort) >&2
             for o in $help; do grep -qF -- "${o//-/\\-}" "$A/../vxswf.1" || echo "$c $o" >&2; done
             [[ -z $c ]] || vxswf $c --help | grep -q '^Examples:' || echo "$c has no examples" >&2
@@ -263,14 +381,15 @@ TEST_F(Command, AFailureLeavesTheOldFileAndNothingElse) {
     Write("full.swf", MovieBytes(8, Join({TagBytes(26, Hex("02 FF FF 01 00")), TagBytes(1, {})})));
     Write("old.swf", old);
     const std::set<std::string> names = Names();
-    ExpectRuns({{"vxswf copy cut.swf old.swf", 1, "cut.swf: is cut short or damaged"},
+    ExpectRuns({{"vxswf copy cut.swf old.swf", 1, "cut.swf: ends at byte 8 of the 65535 .+"},
                 {"vxswf copy . old.swf", 2, "\\.: Is a directory"},
                 {"ulimit -f 100; vxswf copy large.swf old.swf", 2, "old.swf: File too large"},
                 {"ulimit -f 100; vxswf copy --compress large.swf old.swf", 2, "old.swf: .+: File too large"},
                 {"vxswf copy a.swf gone/new.swf", 2, "gone/new.swf: No such file or directory"},
                 {"vxswf merge --frame 2 d.swf d.swf old.swf", 2, "d.swf: has no frame 2"},
+                {"vxswf merge --depth 5 d.swf d.swf old.swf", 2, "d.swf: has something at depth 5"},
                 {"vxswf merge full.swf d.swf old.swf", 2, "full.swf: has no depth left above its own"},
-                {"vxswf merge d.swf d.swf cut.swf new.swf", 1, "cut.swf: is cut short or damaged"},
+                {"vxswf merge d.swf d.swf cut.swf new.swf", 1, "cut.swf: ends at byte 8 of the 65535 .+"},
                 {"vxswf demo --png old.swf old.swf", 2, "old.swf: is no PNG: .+"}});
     EXPECT_EQ(ReadFile(At("old.swf")), old);
     EXPECT_EQ(Names(), names);
@@ -282,6 +401,8 @@ TEST_F(Command, MergePlacesEachSourceOnTop) {
     const char* once = "(46)(26)wDepth=5(46)(39)(26)wDepth=101(1)(26)wDepth=6(1)";
     for (const auto& [line, tags] :
          {std::pair("d.swf s.swf o.swf", once), std::pair("--raw d.swf s.swf o.swf", once),
+          std::pair("--depth 9 d.swf s.swf:n@1,2 o.swf",
+                    "(46)(26)wDepth=5(46)(39)(26)wDepth=101(1)(26)wDepth=9(1)"),
           std::pair("--name n --at -5,10 d.swf s.swf d.swf o.swf",
                     "(46)(26)wDepth=5(46)(39)(26)wDepth=101(1)(26)wDepth=6(46)(39)(26)wDepth=105(1)(26)"
                     "wDepth=7(1)")}) {

@@ -5,7 +5,7 @@ _vxswf() {
     local command= word options
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case $word in
-            info | copy | merge | demo)
+            info | extract | copy | merge | demo)
                 command=$word
                 break
                 ;;
@@ -14,7 +14,10 @@ _vxswf() {
 
     COMPREPLY=()
     case $command:$previous in
-        merge:--frame | merge:--name | merge:--at) return ;;
+        merge:--frame | merge:--name | merge:--at | merge:--depth) return ;;
+        extract:--only)
+            COMPREPLY=($(compgen -W 'binary fonts pictures scripts sounds texts' -- "$current"))
+            ;;
         demo:--font)
             local IFS=$'\n'
             COMPREPLY=($(compgen -W "$(fc-list : family 2>/dev/null | cut -d, -f1 | sort -u)" -- "$current"))
@@ -26,16 +29,17 @@ _vxswf() {
         demo:--mp3) _vxswf_files mp3 ;;
         *)
             case $command in
-                info) options='--raw --json --help' ;;
-                copy) options='--raw --compress --plain --help' ;;
-                merge) options='--frame --name --at --raw --help' ;;
+                info) options='--raw --json --tree --help' ;;
+                extract) options='--only --help' ;;
+                copy) options='--raw --compress --plain --keep-going --help' ;;
+                merge) options='--frame --name --at --depth --raw --keep-going --help' ;;
                 demo) options='--font --jpeg --png --mp3 --help' ;;
                 *) options='--help --version' ;;
             esac
             if [[ $current == -* ]]; then
                 COMPREPLY=($(compgen -W "$options" -- "$current"))
             elif [[ -z $command ]]; then
-                COMPREPLY=($(compgen -W 'info copy merge demo' -- "$current"))
+                COMPREPLY=($(compgen -W 'info extract copy merge demo' -- "$current"))
             else
                 _vxswf_files swf
             fi
