@@ -10,8 +10,7 @@
 
 namespace {
 
-constexpr std::size_t kLongestText = 200;  // of one operand that is told again and again
-constexpr std::size_t kLongestListing = std::size_t{1} << 26;
+constexpr std::size_t kLongestText = 200;   // of one operand that is told again and again
 constexpr std::size_t kDeepestIndent = 16;  // in levels, so that a line stays one that can be read
 
 constexpr struct {

@@ -62,12 +62,13 @@ void ExtractTags(TagFrames tags, const std::string& timeline, Extraction& extrac
 ExitCode ExtractTo(const ExtractOptions& options, const std::string& file, const std::string& directory) {
     std::vector<unsigned char> bytes;
     if (const ExitCode code = ReadMovie(file, bytes); code != kDone) return code;
+    const std::size_t size = bytes.size();
     MovieBytes movie;
     if (const std::string error = movie.Open(std::move(bytes)); !error.empty())
         return ReportFailure(file, error);
     if (const std::string shortness = movie.DescribeShortness(); !shortness.empty())
         ReportNote(file, shortness);
-    Extraction extraction(file, directory, movie.GetBytes().size());
+    Extraction extraction(file, directory, size);
     if (!extraction.Begin({options.only.begin(), options.only.end()})) return extraction.GetCode();
     extraction.version = movie.GetVersion();
     Survey(movie.GetTags(), extraction, 0);

@@ -5,8 +5,10 @@ namespace {
 
 std::string ListHandlers(const std::vector<Handler>& handlers) {
     std::string text;
-    for (const Handler& handler : handlers)
+    for (const Handler& handler : handlers) {
+        if (text.size() > kLongestListing) return text + "(cut: too long)\n";
         text += "on (" + handler.events + ")\n" + ListActions(handler.actions);
+    }
     return text;
 }
 

@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <array>
+#include <cstdint>
 
 #include "Extraction.h"
 
@@ -133,12 +135,6 @@ void SaveWave(Extraction& extraction, const std::string& stem, Json item, const 
                     {WaveHeader(format, bits, samples.size()), samples});
 }
 
-std::vector<unsigned char> Concatenate(const std::vector<ByteSpan>& blocks) {
-    std::vector<unsigned char> bytes;
-    for (const ByteSpan block : blocks) bytes.insert(bytes.end(), block.begin(), block.end());
-    return bytes;
-}
-
 }  // namespace
 
 void ExtractSound(const FramedTag& tag, Extraction& extraction) {
@@ -156,7 +152,9 @@ void ExtractSound(const FramedTag& tag, Extraction& extraction) {
             return SaveWave(extraction, stem, item, format, format.is16Bit ? 16 : 8, in.GetRest());
         case kAdpcm: {
             std::vector<unsigned char> samples;
-            DecodeAdpcm(in.GetRest(), format.numChannels, numSamples, samples);
+            // One more than may be saved, so that it is told.
+            const std::uint64_t most = extraction.GetBytesLeft() / 2 + 1;
+            DecodeAdpcm(in.GetRest(), format.numChannels, std::min<std::uint64_t>(numSamples, most), samples);
             return SaveWave(extraction, stem, item, format, 16, samples);
         }
         case kMp3:
@@ -174,47 +172,44 @@ void StreamedSound::Take(const FramedTag& tag, Extraction& extraction) {
         in.U8();  // how it is best played
         m_Format = in.U8();
         m_SamplesPerBlock = in.U16();
-    } else if (tag.type == 19) {
-        m_Blocks.push_back(tag.body);
+    } else if (tag.type == 19 && m_Data.size() <= extraction.GetBytesLeft()) {
+        ++m_NumBlocks;
+        const SoundFormat format(m_Format);
+        if (format.coding == kAdpcm) {
+            // Each block begins anew. What is left of its last byte may look like samples.
+            const std::size_t before = m_Data.size();
+            DecodeAdpcm(tag.body, format.numChannels, SIZE_MAX, m_Data);
+            const std::size_t size = m_Data.size() - before;
+            const std::size_t stated = std::size_t{2} * format.numChannels * m_SamplesPerBlock;
+            if (stated != 0 && size > stated && size - stated <= 6) m_Data.resize(before + stated);
+            return;
+        }
+        if (format.coding == kMp3) in.Take(4);  // samples in it, samples to skip
+        const ByteSpan data = in.GetRest();
+        m_Data.insert(m_Data.end(), data.begin(), data.end());
     }
 }
 
 void StreamedSound::Finish(Extraction& extraction) {
-    if (m_Blocks.empty()) return;
+    if (m_NumBlocks == 0) return;
     const SoundFormat format(m_Format);
-    const std::string stem =
-        "stream-" + m_Timeline + (m_NumStreams++ == 0 ? "" : "-" + std::to_string(m_NumStreams));
-    Json item = {{"timeline", m_Timeline}, {"blocks", m_Blocks.size()}};
+    std::string stem = "stream-" + m_Timeline;
+    if (++m_NumStreams > 1) stem += '-' + std::to_string(m_NumStreams);
+    Json item = {{"timeline", m_Timeline}, {"blocks", m_NumBlocks}};
     item.update(DescribeFormat(format));
     switch (format.coding) {
         case kPlain:
         case kPlainLittleEndian:
-            SaveWave(extraction, stem, item, format, format.is16Bit ? 16 : 8, Concatenate(m_Blocks));
+        case kAdpcm:
+            SaveWave(extraction, stem, item, format, format.is16Bit || format.coding == kAdpcm ? 16 : 8,
+                     m_Data);
             break;
-        case kAdpcm: {
-            // Each block begins anew. What is left of its last byte may look like samples.
-            std::vector<unsigned char> samples;
-            for (const ByteSpan block : m_Blocks) {
-                const std::size_t before = samples.size();
-                DecodeAdpcm(block, format.numChannels, SIZE_MAX, samples);
-                const std::size_t stated = std::size_t{2} * format.numChannels * m_SamplesPerBlock;
-                const std::size_t surplus =
-                    samples.size() - before - std::min(stated, samples.size() - before);
-                if (m_SamplesPerBlock != 0 && surplus <= 6) samples.resize(samples.size() - surplus);
-            }
-            SaveWave(extraction, stem, item, format, 16, samples);
-            break;
-        }
         case kMp3:
-            for (ByteSpan& block : m_Blocks) {
-                ByteReader in(block);
-                in.Take(4);  // samples in it, samples to skip
-                block = in.GetRest();
-            }
-            extraction.Save("sounds", stem, ".mp3", item, {Concatenate(m_Blocks)});
+            extraction.Save("sounds", stem, ".mp3", item, {m_Data});
             break;
         default:
-            extraction.Save("sounds", stem, RawEnding(format), item, {Concatenate(m_Blocks)});
+            extraction.Save("sounds", stem, RawEnding(format), item, {m_Data});
     }
-    m_Blocks.clear();
+    m_NumBlocks = 0;
+    m_Data.clear();
 }

@@ -32,12 +32,12 @@ std::string SafePart(const std::string& name) {
 
 }  // namespace
 
-// What a movie needs that was made to be seen: a large one has large pictures.
+// More than any movie takes that was made to be seen: a large one has large pictures.
 Extraction::Extraction(std::string movie, std::string directory, std::size_t size)
     : m_Movie(std::move(movie)),
       m_Directory(std::move(directory)),
       m_PixelsLeft((std::uint64_t{1} << 28) + std::uint64_t{32} * size),
-      m_BytesLeft((std::uint64_t{1} << 28) + std::uint64_t{32} * size) {}
+      m_BytesLeft((std::uint64_t{1} << 29) + std::uint64_t{32} * size) {}
 
 bool Extraction::Begin(const std::set<std::string>& only) {
     m_Only = only;
@@ -58,7 +58,7 @@ OpenFile Extraction::Open(const std::string& path) {
     const fs::path place = fs::path(m_Directory) / path;
     std::error_code error;
     // A link in place of a folder would lead elsewhere.
-    if (place.parent_path() != m_Directory && fs::is_symlink(place.parent_path(), error)) {
+    if (path.find('/') != std::string::npos && fs::is_symlink(place.parent_path(), error)) {
         errno = ENOTDIR;
     } else {
         fs::create_directory(place.parent_path(), error);
@@ -86,6 +86,11 @@ void Extraction::Add(const char* kind, Json item) {
     if (!Admit()) return;
     Json whole = {{"kind", kind}};
     whole.update(item);
+    constexpr std::size_t kLongestText = 1 << 16;
+    for (Json& value : whole) {
+        if (value.is_string() && value.get_ref<std::string&>().size() > kLongestText)
+            value.get_ref<std::string&>().resize(kLongestText);
+    }
     m_Items.push_back(std::move(whole));
 }
 

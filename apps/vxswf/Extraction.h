@@ -26,7 +26,7 @@ using OpenFile = std::unique_ptr<std::FILE, FileCloser>;
 /// limits to the number of things, the pixels of all pictures and the bytes of all files.
 class Extraction {
 public:
-    /// `size` is that of the inflated movie.
+    /// `size` is that of the movie as it came, compressed or not.
     Extraction(std::string movie, std::string directory, std::size_t size);
 
     /// Makes the directory. `only` holds the kinds that are wanted; none for all.
@@ -50,6 +50,8 @@ public:
     void Finish(OpenFile file);
     /// Reports what could not be taken out, and keeps it for the index.
     void Note(const std::string& text);
+    /// How many bytes may still be saved.
+    std::uint64_t GetBytesLeft() const { return m_BytesLeft; }
     /// Whether a picture of this size is still to be decoded.
     bool AdmitPicture(unsigned int width, unsigned int height);
 
@@ -100,5 +102,6 @@ private:
     unsigned int m_NumStreams = 0;
     unsigned int m_Format = 0;
     unsigned int m_SamplesPerBlock = 0;
-    std::vector<ByteSpan> m_Blocks;
+    std::size_t m_NumBlocks = 0;
+    std::vector<unsigned char> m_Data;  // without what stands around it, ADPCM decoded
 };

@@ -35,6 +35,7 @@ public:
 private:
     struct Character {
         VXSwfTag* tag = nullptr;
+        std::string title;              // its type and ID
         std::string name;               // that it is exported under
         std::vector<std::string> uses;  // the first ones
         std::size_t numUses = 0;
@@ -78,9 +79,9 @@ private:
         if (!isNew) return;  // the first of two counts
         Character& character = entry->second;
         character.tag = &tag;
-        const std::string name = Name(character, id);
+        character.title = LoadedTag(tag)->Describe() + ' ' + std::to_string(id);
         if (const auto* sprite = dynamic_cast<VXSwfDefineSpriteTag*>(&tag)) {
-            Survey(*sprite, name);
+            Survey(*sprite, character.title);
             return;
         }
         // An empty map changes nothing, and has an entry for each reference afterwards.
@@ -89,12 +90,8 @@ private:
         for (const auto& [needed, ignored] : references) {
             if (needed == id || !m_Characters.contains(needed)) continue;
             character.needs.push_back(needed);
-            AddUse(needed, name);
+            AddUse(needed, character.title);
         }
-    }
-
-    static std::string Name(const Character& character, unsigned short id) {
-        return LoadedTag(*character.tag)->Describe() + ' ' + std::to_string(id);
     }
 
     void Line(int level, const std::string& text) {
@@ -106,7 +103,7 @@ private:
         if (found == m_Characters.end())
             return Line(level, place + "character " + std::to_string(id) + ", which is not defined");
         Character& character = found->second;
-        const std::string name = place + Name(character, id);
+        const std::string name = place + character.title;
         if (character.isShown) return Line(level, name + ", see above");
         if (level >= kDeepest) return Line(level, name + ", see below");
         character.isShown = true;
