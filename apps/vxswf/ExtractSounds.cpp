@@ -178,7 +178,7 @@ void StreamedSound::Take(const FramedTag& tag, Extraction& extraction) {
         if (format.coding == kAdpcm) {
             // Each block begins anew. What is left of its last byte may look like samples.
             const std::size_t before = m_Data.size();
-            DecodeAdpcm(tag.body, format.numChannels, SIZE_MAX, m_Data);
+            DecodeAdpcm(tag.body, format.numChannels, extraction.GetBytesLeft() / 2 + 1, m_Data);
             const std::size_t size = m_Data.size() - before;
             const std::size_t stated = std::size_t{2} * format.numChannels * m_SamplesPerBlock;
             if (stated != 0 && size > stated && size - stated <= 6) m_Data.resize(before + stated);

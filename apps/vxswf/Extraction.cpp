@@ -36,8 +36,8 @@ std::string SafePart(const std::string& name) {
 Extraction::Extraction(std::string movie, std::string directory, std::size_t size)
     : m_Movie(std::move(movie)),
       m_Directory(std::move(directory)),
-      m_PixelsLeft((std::uint64_t{1} << 28) + std::uint64_t{32} * size),
-      m_BytesLeft((std::uint64_t{1} << 29) + std::uint64_t{32} * size) {}
+      m_PixelsLeft((std::uint64_t{1} << 26) + std::uint64_t{64} * size),
+      m_BytesLeft((std::uint64_t{1} << 27) + std::uint64_t{64} * size) {}
 
 bool Extraction::Begin(const std::set<std::string>& only) {
     m_Only = only;

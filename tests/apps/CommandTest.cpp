@@ -194,7 +194,7 @@ TEST_F(Command, ExtractTakesOutWhatMoviesHold) {
         "        Pop\n    end\n    Push \"a\" -2\n";
     const Bytes stream = Join({TagBytes(18, Hex("00 20 02 00 00 00")), TagBytes(19, Hex("02 00 00 00 FF FB")),
                                TagBytes(19, Hex("02 00 00 00 12"))});
-    const Bytes tags[] = {
+    const Bytes tags = Join({
         TagBytes(8, Hex("FFD8 FFDB0003AA FFD9")),
         TagBytes(6, Hex("0100 FFD9FFD8 FFC00003BB FFDA0003CC 11FF00FFD033 FFD9 99")),
         TagBytes(20, Join({Hex("0200 03 0200 0200 01"), deflated("0A0B0C 0D0E0F 0001 0000 0101 0000")})),
@@ -202,19 +202,15 @@ TEST_F(Command, ExtractTakesOutWhatMoviesHold) {
         TagBytes(36, Join({Hex("0400 05 0100 0200"), deflated("80402010 00000000")})),
         LongTagBytes(35, Join({Hex("0500"), Word(static_cast<unsigned int>(photo.size())), Hex("0000"), photo,
                                alpha})),
-        TagBytes(21, Hex("0600 474946383961 01")),
-        TagBytes(14, Hex("0700 2E 01000000 0000 FFFB90")),
+        TagBytes(21, Hex("0600 474946383961 01")), TagBytes(14, Hex("0700 2E 01000000 0000 FFFB90")),
         TagBytes(14, Hex("0800 12 03000000 000000 60")),
         LongTagBytes(39, Join({Hex("0A00 0100"), stream, TagBytes(0, {})})),
         TagBytes(48, Hex("0B00 04 00 01 46 0200 0600 0600 0600 4100 AC20")),
         TagBytes(11, Hex("0C00 00 00 01 08 88 0B00 1400 02 80 00 00 00")),  // glyphs of one bit
-        TagBytes(87, Hex("0D00 00000000 ABCD")),
-        TagBytes(12, actions),
+        TagBytes(87, Hex("0D00 00000000 ABCD")), TagBytes(12, actions),
         TagBytes(56, Hex("0100 0D00 2E2E2F2E2E2F78 00")),  // "../../x"
-    };
-    Bytes all;
-    for (const Bytes& tag : tags) all = Join({all, tag});
-    Write("e.swf", MovieBytes(8, all));
+    });
+    Write("e.swf", MovieBytes(8, tags));
     ExpectRun("vxswf extract e.swf d");
     const std::pair<const char*, Bytes> files[] = {
         {"pictures/1.jpg", Hex("FFD8 FFDB0003AA FFC00003BB FFDA0003CC 11FF00FFD033 FFD9")},
