@@ -3,7 +3,8 @@
 
 A file sees its own row of ROWS and the rows above it. The sources in LOOK_DOWN, which make objects of every class or
 cast to them, see the tags below as well. Programs around the libraries see public headers; only tests see private
-ones (*_p.h), and no public header does. Every include of the project's own names its path from src/, vxswf.h includes
+ones (*_p.h), and no public header does. Headers of the system are for platform/system alone. Every include of the
+project's own names its path from src/, vxswf.h includes
 every public header of the movie library, and every source is listed in the CMakeLists.txt of its folder.
 
 usage: checklayers.py [DIRECTORY]      the top of the tree, by default the one that holds this script
@@ -14,6 +15,7 @@ import re
 import sys
 
 ROWS = (
+    ("platform/system",),
     ("platform",),
     ("bitstream", "binding", "framework/VXFlintIDMap"),
     ("graphics",),
@@ -22,8 +24,8 @@ ROWS = (
     ("text", "timeline", "media"),
     ("whole",),
 )
-ROW = {name: number for number, names in enumerate(ROWS, 1) for name in names}
-LAST_ROW = len(ROWS)
+ROW = {name: number for number, names in enumerate(ROWS) for name in names}
+LAST_ROW = len(ROWS) - 1
 LAST_ROW_OF_TAGS = ROW["timeline"]
 
 LOOK_DOWN = {f"framework/{name}.cpp" for name in (
@@ -44,13 +46,19 @@ PROGRAMS = {
 # A project of its own that sees the installed headers alone.
 INSTALLED = "tests/install/"
 
+# What standard C++ does not have; the libraries ask it of the sources in this folder alone.
+SYSTEM = "platform/system/"
+SYSTEM_HEADER = re.compile(r"(sys|linux|mach)/|(unistd|fcntl|sched|io|share|windows|malloc|dlfcn|pthread)\.h$")
+
 INCLUDE = re.compile(r'\s*#\s*include\s*(["<])([^">]+)[">]')
 
 
 def row_of(path):
-    """The row of a file by its path from src/; None for a folder without one."""
-    stem = path.rsplit(".", 1)[0]
-    return ROW.get(stem, ROW.get(path.split("/")[0]))
+    """The row of a file by its path from src/, as the longest name in ROW tells; None for a folder without one."""
+    name = path.rsplit(".", 1)[0]
+    while name not in ROW and "/" in name:
+        name = name.rsplit("/", 1)[0]
+    return ROW.get(name)
 
 
 def includes_of(file):
@@ -100,6 +108,8 @@ class Check:
             if not (self.src / name).is_file():
                 if quoted:
                     self.fault(file, line, f'"{name}" is no path from src/')
+                elif SYSTEM_HEADER.match(name) and not path.startswith(SYSTEM):
+                    self.fault(file, line, f"<{name}> is the system's and belongs into {SYSTEM}")
                 continue
             if not quoted:
                 self.fault(file, line, f"<{name}> is the project's own and stands in quotes")

@@ -1,7 +1,5 @@
 #include "bitstream/VXPool.h"
 
-#include <sys/mman.h>
-
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
@@ -10,38 +8,7 @@
 #include <new>
 
 #include "bitstream/VXMemoryLimit_p.h"
-
-namespace {
-
-// What the system is asked for.
-
-constexpr std::size_t kPage = 4096;
-constexpr std::size_t kHugePage = std::size_t{2} << 20;
-
-/// Null without memory.
-void* Map(std::size_t size) {
-    void* map = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    return map == MAP_FAILED ? nullptr : map;
-}
-
-/// Null where a mapping cannot be moved, as one that consists of several.
-void* Remap(void* map, std::size_t oldSize, std::size_t size) {
-    void* moved = mremap(map, oldSize, size, MREMAP_MAYMOVE);
-    return moved == MAP_FAILED ? nullptr : moved;
-}
-
-/// Keeps the addresses and loses the contents.
-void GiveUpPages(void* start, std::size_t size) { madvise(start, size, MADV_DONTNEED); }
-
-void Unmap(void* start, std::size_t size) {
-    // A process with too many mappings cannot split one. It keeps the addresses then, and not the memory.
-    if (size != 0 && munmap(start, size) != 0) GiveUpPages(start, size);
-}
-
-/// Advice; a system that does not take it has lost nothing.
-void AdviseHugePages(void* start, std::size_t size) { madvise(start, size, MADV_HUGEPAGE); }
-
-}  // namespace
+#include "platform/system/VXSystemPages_p.h"
 
 namespace {
 
@@ -77,7 +44,7 @@ struct Range {
 
     std::size_t GetSize() const { return static_cast<std::size_t>(end - begin); }
     void GiveBack() const {
-        Unmap(begin, GetSize());
+        VXSystemPages::Unmap(begin, GetSize());
         theMappedBytes.fetch_sub(GetSize(), std::memory_order_relaxed);
     }
 };
@@ -216,16 +183,17 @@ bool Heap::TakeChunk() noexcept {
 }
 
 bool Heap::MapChunks() noexcept {
-    auto* map = static_cast<unsigned char*>(Map(2 * kHugePage));
+    auto* map = static_cast<unsigned char*>(VXSystemPages::Map(2 * VXSystemPages::kHugeSize));
     if (map == nullptr) return false;
     // A small movie needs but a part of the first huge page.
     const bool isFirst = m_Mapped.begin == nullptr;
-    const std::size_t before = BytesUpTo(kHugePage, map);
-    m_Mapped = {map + before, map + before + kHugePage};
-    Unmap(map, before);
-    Unmap(m_Mapped.end, kHugePage - before);
-    const std::size_t mapped = theMappedBytes.fetch_add(kHugePage, std::memory_order_relaxed);
-    if (!isFirst && mapped < kMostInHugePages) AdviseHugePages(m_Mapped.begin, kHugePage);
+    const std::size_t before = BytesUpTo(VXSystemPages::kHugeSize, map);
+    m_Mapped = {map + before, map + before + VXSystemPages::kHugeSize};
+    VXSystemPages::Unmap(map, before);
+    VXSystemPages::Unmap(m_Mapped.end, VXSystemPages::kHugeSize - before);
+    const std::size_t mapped = theMappedBytes.fetch_add(VXSystemPages::kHugeSize, std::memory_order_relaxed);
+    if (!isFirst && mapped < kMostInHugePages)
+        VXSystemPages::PreferHuge(m_Mapped.begin, VXSystemPages::kHugeSize);
     return true;
 }
 
@@ -245,7 +213,7 @@ void Heap::AddToCount(Chunk* chunk, std::int32_t change) noexcept {
         return;
     }
     auto* begin = reinterpret_cast<unsigned char*>(chunk);
-    if (begin != m_GoesBack.end || BytesUpTo(kHugePage, begin) == 0) {
+    if (begin != m_GoesBack.end || BytesUpTo(VXSystemPages::kHugeSize, begin) == 0) {
         m_GoesBack.GiveBack();
         m_GoesBack.begin = begin;
     }
@@ -322,12 +290,12 @@ void* VXPool::Resize(void* buffer, std::size_t oldSize, std::size_t size) noexce
     const bool isMapped = size >= kLeastMapped;
     if (!wasMapped && !isMapped) return std::realloc(buffer, size);
     if (wasMapped && isMapped) {
-        if (void* moved = Remap(buffer, oldSize, size); moved != nullptr) return moved;
+        if (void* moved = VXSystemPages::Remap(buffer, oldSize, size); moved != nullptr) return moved;
     }
-    void* resized = isMapped ? Map(size) : std::malloc(size);
+    void* resized = isMapped ? VXSystemPages::Map(size) : std::malloc(size);
     if (resized == nullptr) return nullptr;
     // All of it, so that it stays one mapping.
-    if (isMapped && size <= kMostInHugePages) AdviseHugePages(resized, size);
+    if (isMapped && size <= kMostInHugePages) VXSystemPages::PreferHuge(resized, size);
     if (buffer != nullptr) std::memcpy(resized, buffer, std::min(oldSize, size));
     FreeBuffer(buffer, oldSize);
     return resized;
@@ -337,18 +305,20 @@ void VXPool::FreeBuffer(void* buffer, std::size_t size) noexcept {
     if (size < kLeastMapped) {
         std::free(buffer);
     } else if (buffer != nullptr) {
-        Unmap(buffer, size);
+        VXSystemPages::Unmap(buffer, size);
     }
 }
 
 void VXPool::PreferHugePages(void* block, std::size_t size) noexcept {
-    const std::size_t before = BytesUpTo(kHugePage, block);
-    if (size < before + kHugePage) return;
-    AdviseHugePages(static_cast<unsigned char*>(block) + before, (size - before) & ~(kHugePage - 1));
+    const std::size_t before = BytesUpTo(VXSystemPages::kHugeSize, block);
+    if (size < before + VXSystemPages::kHugeSize) return;
+    VXSystemPages::PreferHuge(static_cast<unsigned char*>(block) + before,
+                              (size - before) & ~(VXSystemPages::kHugeSize - 1));
 }
 
 void VXPool::ReturnPages(void* part, std::size_t size) noexcept {
-    const std::size_t before = BytesUpTo(kPage, part);
-    if (size >= before + kPage)
-        GiveUpPages(static_cast<unsigned char*>(part) + before, (size - before) & ~(kPage - 1));
+    const std::size_t before = BytesUpTo(VXSystemPages::kSize, part);
+    if (size >= before + VXSystemPages::kSize)
+        VXSystemPages::GiveUp(static_cast<unsigned char*>(part) + before,
+                              (size - before) & ~(VXSystemPages::kSize - 1));
 }

@@ -1,28 +1,22 @@
 #include "platform/CVXStreamReadWrite.h"
 
-#include <fcntl.h>
-
 #include <algorithm>
 #include <bit>
-#include <cerrno>
 #include <iterator>
 #include <new>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include "platform/VXStreamMedium_p.h"
 #include "platform/VXString.h"
 
 namespace {
 
-VXFileDescriptor OpenFile(const char* path, CVXStreamReadWrite::FileAccess access) {
-    if (path == nullptr) return VXFileDescriptor(-1);
-    const int flags = access == CVXStreamReadWrite::kCreateOrEmpty ? O_RDWR | O_CREAT | O_TRUNC : O_RDONLY;
-    int descriptor = -1;
-    do {
-        descriptor = open(path, flags | O_CLOEXEC, 0666);
-    } while (descriptor < 0 && errno == EINTR);
-    return VXFileDescriptor(descriptor);
+VXSystemFile OpenFile(const char* path, CVXStreamReadWrite::FileAccess access) {
+    if (path == nullptr) return {};
+    return access == CVXStreamReadWrite::kCreateOrEmpty ? VXSystemFile::CreateOrEmpty(path)
+                                                        : VXSystemFile::OpenExisting(path);
 }
 
 }  // namespace
@@ -39,7 +33,10 @@ CVXStreamReadWrite::CVXStreamReadWrite(const char* path, FileAccess access)
     : m_Medium(std::make_unique<VXFileMedium>(OpenFile(path, access))) {}
 
 CVXStreamReadWrite::CVXStreamReadWrite(int descriptor)
-    : m_Medium(std::make_unique<VXFileMedium>(VXFileDescriptor(descriptor))) {}
+    : m_Medium(std::make_unique<VXFileMedium>(VXSystemFile::Adopt(descriptor))) {}
+
+CVXStreamReadWrite::CVXStreamReadWrite(std::unique_ptr<VXStreamMedium> medium)
+    : m_Medium(std::move(medium)) {}
 
 CVXStreamReadWrite::~CVXStreamReadWrite() = default;
 

@@ -26,7 +26,7 @@ public:
     CVXStreamReadWrite();
     /// A stream in memory that starts with a copy of `size` bytes, positioned at 0.
     CVXStreamReadWrite(const void* data, std::size_t size);
-    /// A stream over the file `path`, in the system's own encoding of file names. `Open` answers 0 when the
+    /// A stream over the file `path`, in the system's own encoding of file names (UTF-8 on Windows). `Open` answers 0 when the
     /// file could not be opened; every other operation then behaves as on an empty stream that takes no data.
     CVXStreamReadWrite(const char* path, FileAccess access);
     /// Takes over the descriptor of an open file that can seek and is not in append mode, and closes it in
@@ -74,6 +74,9 @@ public:
     /// file.
     const unsigned char* GetMemory() const;
     std::size_t GetMemorySize() const;
+
+protected:
+    explicit CVXStreamReadWrite(std::unique_ptr<VXStreamMedium> medium);
 
 private:
     std::size_t Xfer(unsigned char* data, std::size_t count);

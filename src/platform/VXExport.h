@@ -1,8 +1,27 @@
 #pragma once
 
-/// Marks what the platform library shows. Everything else in it is hidden, so that two libraries in one
-/// process never meet in a symbol that neither meant to share.
-#define VXPLATFORM_API __attribute__((visibility("default")))
+/// `VXPLATFORM_API` marks what the platform library shows, `VXSWF_API` what the movie library shows. Everything
+/// else is hidden, so that two libraries in one process never meet in a symbol that neither meant to share.
+/// Static libraries define VXSWF_STATIC, for themselves and for what is linked with them.
+#if !defined(_WIN32)
+#define VX_SHOWN __attribute__((visibility("default")))
+#define VX_TAKEN VX_SHOWN
+#elif defined(VXSWF_STATIC)
+#define VX_SHOWN
+#define VX_TAKEN
+#else
+#define VX_SHOWN __declspec(dllexport)
+#define VX_TAKEN __declspec(dllimport)
+#endif
 
-/// The same for the movie library.
-#define VXSWF_API __attribute__((visibility("default")))
+#ifdef VXPLATFORM_BUILD
+#define VXPLATFORM_API VX_SHOWN
+#else
+#define VXPLATFORM_API VX_TAKEN
+#endif
+
+#ifdef VXSWF_BUILD
+#define VXSWF_API VX_SHOWN
+#else
+#define VXSWF_API VX_TAKEN
+#endif

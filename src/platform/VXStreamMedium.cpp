@@ -1,12 +1,6 @@
 #include "platform/VXStreamMedium_p.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-
-static_assert(sizeof(off_t) == 8, "files reach beyond 2 GiB");
+#include <utility>
 
 VXStreamMedium::~VXStreamMedium() = default;
 
@@ -63,22 +57,9 @@ bool VXMemoryMedium::Reserve(std::uint64_t size) {
 
 // ---- file
 
-bool VXFileDescriptor::Close() {
-    if (!IsOpen()) return true;
-    const int result = close(m_Descriptor);
-    m_Descriptor = -1;
-    // After EINTR the descriptor is gone all the same.
-    return result == 0 || errno == EINTR;
-}
-
-VXFileMedium::VXFileMedium(VXFileDescriptor file) : m_File(std::move(file)) {
+VXFileMedium::VXFileMedium(VXSystemFile file) : m_File(std::move(file)) {
     if (!m_File.IsOpen()) return;
-    const int descriptor = m_File.Get();
-    struct stat status = {};
-    off_t size = -1;
-    if (fstat(descriptor, &status) == 0 && !S_ISDIR(status.st_mode)) {
-        size = S_ISREG(status.st_mode) ? status.st_size : lseek(descriptor, 0, SEEK_END);
-    }
+    const std::int64_t size = m_File.GetSize();
     if (size < 0) {
         m_File.Close();
         return;
@@ -86,7 +67,6 @@ VXFileMedium::VXFileMedium(VXFileDescriptor file) : m_File(std::move(file)) {
     m_Buffer = std::make_unique_for_overwrite<unsigned char[]>(kWindowSize);
     m_Window = m_Buffer.get();
     m_Size = static_cast<std::uint64_t>(size);
-    m_Writable = (fcntl(descriptor, F_GETFL) & O_ACCMODE) != O_RDONLY;
     MoveWindow();
 }
 
@@ -95,7 +75,6 @@ VXFileMedium::~VXFileMedium() { WriteOut(); }
 void VXFileMedium::Close() {
     WriteOut();
     if (!m_File.Close()) m_Failed = true;
-    m_Writable = false;
     m_Size = 0;
     m_Position = 0;
     m_DirtyBegin = kNoDirt;
@@ -104,15 +83,7 @@ void VXFileMedium::Close() {
 }
 
 void VXFileMedium::Cut() {
-    if (!m_Writable) {
-        m_Failed = true;
-        return;
-    }
-    int result = 0;
-    do {
-        result = ftruncate(m_File.Get(), static_cast<off_t>(m_Position));
-    } while (result != 0 && errno == EINTR);
-    if (result != 0) {
+    if (!IsWritable() || !m_File.Truncate(m_Position)) {
         m_Failed = true;
         return;
     }
@@ -134,13 +105,13 @@ std::size_t VXFileMedium::ReadThrough(unsigned char* data, std::size_t count) {
     if (!WriteOut()) return moved;
 
     if (count - moved >= kWindowSize) {
-        const std::size_t read = ReadAt(m_Position, data + moved, count - moved);
+        const std::size_t read = m_File.ReadAt(m_Position, data + moved, count - moved, m_Failed);
         m_Position += read;
         moved += read;
     } else {
         MoveWindow();
-        m_Valid = ReadAt(m_Position, m_Window,
-                         static_cast<std::size_t>(std::min<std::uint64_t>(kWindowSize, GetRemaining())));
+        const std::uint64_t wanted = std::min<std::uint64_t>(kWindowSize, GetRemaining());
+        m_Valid = m_File.ReadAt(m_Position, m_Window, static_cast<std::size_t>(wanted), m_Failed);
         moved += Read(data + moved, std::min(count - moved, m_Valid));
     }
     // Somebody has cut the file since its size was taken.
@@ -149,11 +120,11 @@ std::size_t VXFileMedium::ReadThrough(unsigned char* data, std::size_t count) {
 }
 
 std::size_t VXFileMedium::WriteThrough(const unsigned char* data, std::size_t count) {
-    if (!m_Writable || !WriteOut()) return 0;
+    if (!IsWritable() || !WriteOut()) return 0;
     MoveWindow();
     if (count < kWindowSize) return Write(data, count);
 
-    const std::size_t moved = WriteAt(m_Position, data, count);
+    const std::size_t moved = m_File.WriteAt(m_Position, data, count, m_Failed);
     m_Position += moved;
     m_Size = std::max(m_Size, m_Position);
     return moved;
@@ -161,7 +132,8 @@ std::size_t VXFileMedium::WriteThrough(const unsigned char* data, std::size_t co
 
 bool VXFileMedium::WriteOut() {
     if (m_DirtyEnd == 0) return true;
-    m_DirtyBegin += WriteAt(m_WindowStart + m_DirtyBegin, m_Window + m_DirtyBegin, m_DirtyEnd - m_DirtyBegin);
+    m_DirtyBegin += m_File.WriteAt(m_WindowStart + m_DirtyBegin, m_Window + m_DirtyBegin,
+                                   m_DirtyEnd - m_DirtyBegin, m_Failed);
     if (m_DirtyBegin < m_DirtyEnd) return false;
     m_DirtyBegin = kNoDirt;
     m_DirtyEnd = 0;
@@ -171,35 +143,7 @@ bool VXFileMedium::WriteOut() {
 void VXFileMedium::MoveWindow() {
     m_WindowStart = m_Position;
     m_Valid = 0;
-    m_Room = m_Writable
+    m_Room = IsWritable()
                  ? static_cast<std::size_t>(std::min<std::uint64_t>(kWindowSize, kMaxSize - m_Position))
                  : 0;
-}
-
-std::size_t VXFileMedium::ReadAt(std::uint64_t offset, unsigned char* data, std::size_t count) {
-    std::size_t moved = 0;
-    while (moved < count) {
-        const ssize_t step =
-            pread(m_File.Get(), data + moved, count - moved, static_cast<off_t>(offset + moved));
-        if (step < 0 && errno == EINTR) continue;
-        if (step < 0) m_Failed = true;
-        if (step <= 0) break;
-        moved += static_cast<std::size_t>(step);
-    }
-    return moved;
-}
-
-std::size_t VXFileMedium::WriteAt(std::uint64_t offset, const unsigned char* data, std::size_t count) {
-    std::size_t moved = 0;
-    while (moved < count) {
-        const ssize_t step =
-            pwrite(m_File.Get(), data + moved, count - moved, static_cast<off_t>(offset + moved));
-        if (step < 0 && errno == EINTR) continue;
-        if (step <= 0) {
-            m_Failed = true;
-            break;
-        }
-        moved += static_cast<std::size_t>(step);
-    }
-    return moved;
 }

@@ -7,7 +7,8 @@
 #include <cstring>
 #include <limits>
 #include <memory>
-#include <utility>
+
+#include "platform/system/VXSystemFile_p.h"
 
 /// Where a `CVXStreamReadWrite` keeps its bytes, with the one position that reading and writing share.
 ///
@@ -111,24 +112,6 @@ private:
     std::unique_ptr<unsigned char, Free> m_Block;
 };
 
-/// Owns an open file and closes it once.
-class VXFileDescriptor {
-public:
-    explicit VXFileDescriptor(int descriptor) : m_Descriptor(descriptor) {}
-    VXFileDescriptor(VXFileDescriptor&& other) noexcept
-        : m_Descriptor(std::exchange(other.m_Descriptor, -1)) {}
-    VXFileDescriptor& operator=(VXFileDescriptor&&) = delete;
-    ~VXFileDescriptor() { Close(); }
-
-    int Get() const { return m_Descriptor; }
-    bool IsOpen() const { return m_Descriptor >= 0; }
-    /// False when the system reports that written data may not have arrived.
-    bool Close();
-
-private:
-    int m_Descriptor;
-};
-
 /// A file behind one window for both directions. The window follows the position without reading ahead of a
 /// write, so the file is read only when a read asks for bytes that the window lacks.
 class VXFileMedium final : public VXStreamMedium {
@@ -137,7 +120,7 @@ public:
 
     /// Not open afterwards when the file is not, is a directory, or cannot seek. Its size is taken here;
     /// whatever others append later is not seen.
-    explicit VXFileMedium(VXFileDescriptor file);
+    explicit VXFileMedium(VXSystemFile file);
     ~VXFileMedium() override;
 
     bool IsOpen() const override { return m_File.IsOpen(); }
@@ -149,15 +132,13 @@ private:
     std::size_t ReadThrough(unsigned char* data, std::size_t count) override;
     std::size_t WriteThrough(const unsigned char* data, std::size_t count) override;
 
+    bool IsWritable() const { return m_File.IsOpen() && m_File.IsWritable(); }
     /// Brings the dirty part to the file. What the file does not take stays in the window, for a later
     /// attempt.
     bool WriteOut();
     /// Shows an empty window at the position; nothing in it may be dirty.
     void MoveWindow();
-    std::size_t ReadAt(std::uint64_t offset, unsigned char* data, std::size_t count);
-    std::size_t WriteAt(std::uint64_t offset, const unsigned char* data, std::size_t count);
 
-    VXFileDescriptor m_File;
+    VXSystemFile m_File;
     std::unique_ptr<unsigned char[]> m_Buffer;
-    bool m_Writable = false;
 };

@@ -1,45 +1,28 @@
 #include "platform/typeengine/VXFaceCache_p.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <utility>
 
 #include FT_ADVANCES_H
 
+#include "platform/system/VXSystemFile_p.h"
+
 namespace {
 
 /// Larger than any font, and far from what a process cannot hold.
-constexpr off_t kMaxFileSize = off_t{512} << 20;
+constexpr std::int64_t kMaxFileSize = std::int64_t{512} << 20;
 
 /// Empty when there is nothing to read.
 std::pair<std::unique_ptr<unsigned char[]>, std::size_t> ReadFile(const char* path) {
-    struct Descriptor {
-        ~Descriptor() {
-            if (value >= 0) close(value);
-        }
-        int value;
-    };
-    // Opening a pipe or a device could wait for ever.
-    const Descriptor file{open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
-    struct stat status {};
-    if (file.value < 0 || fstat(file.value, &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size <= 0 || status.st_size > kMaxFileSize) {
-        return {};
-    }
-    const auto expected = static_cast<std::size_t>(status.st_size);
+    VXSystemFile file = VXSystemFile::OpenExisting(path);
+    // A device could give bytes for ever.
+    const std::int64_t size = file.IsOpen() && file.IsRegular() ? file.GetSize() : 0;
+    if (size <= 0 || size > kMaxFileSize) return {};
+    const auto expected = static_cast<std::size_t>(size);
     auto bytes = std::make_unique_for_overwrite<unsigned char[]>(expected);
-    std::size_t size = 0;
-    while (size < expected) {
-        const ssize_t count = read(file.value, bytes.get() + size, expected - size);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) break;
-        size += static_cast<std::size_t>(count);
-    }
-    return {std::move(bytes), size};
+    bool isFailed = false;
+    const std::size_t count = file.ReadAt(0, bytes.get(), expected, isFailed);
+    return {std::move(bytes), count};
 }
 
 }  // namespace
