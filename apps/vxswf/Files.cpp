@@ -117,7 +117,6 @@ ExitCode LoadMovie(const std::string& file, bool isRaw, IfShort ifShort, VXFlint
     std::vector<unsigned char> bytes;
     if (const ExitCode code = ReadMovie(file, bytes); code != kDone) return code;
     movie.SetParsingMode(isRaw ? 1 : 0);
-    const unsigned int refusals = VXBitStream::GetNumRefusals();
     VXBitStream stream;
     stream.LoadFromAllocedMem(bytes.data(), static_cast<unsigned int>(bytes.size()));
     const bool isGood = movie.LoadFromStream(stream) == kVXSuccess;
@@ -132,9 +131,9 @@ ExitCode LoadMovie(const std::string& file, bool isRaw, IfShort ifShort, VXFlint
             return ReportFailure(file, error);
         shortness = framed.DescribeShortness();
         if (shortness.empty()) {
-            const bool isOutOfMemory = VXBitStream::GetNumRefusals() != refusals;
-            return ReportFailure(file, (isOutOfMemory ? "takes more memory than it may " : "is damaged ") +
-                                           framed.DescribePlace(movie.GetNumTags()));
+            return ReportFailure(file,
+                                 (stream.IsOutOfMemory() ? "takes more memory than it may " : "is damaged ") +
+                                     framed.DescribePlace(movie.GetNumTags()));
         }
         // The tags in front of the end are loaded, unless nothing was inflated.
         if (ifShort == IfShort::kNote && framed.IsCompressed()) VXIgnore(LoadCut(framed, movie));

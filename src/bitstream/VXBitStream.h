@@ -85,6 +85,8 @@ public:
     /// Whether bytes were lost for want of memory, here or in a `VXNestedStream`; then `HasFailed` too.
     bool IsOutOfMemory() const { return m_IsOutOfMemory; }
     void ForgetFailure() { m_HasFailed = m_IsOutOfMemory = false; }
+    /// For who runs out of memory over what is read from here or written to it, as a movie does.
+    void NoteLackOfMemory() { m_HasFailed = m_IsOutOfMemory = true; }
     /// Where `StreamedCompress` and the stream form of `Compress` put their result. Not owned.
     void SetCompressionStream(IVXStream* stream) { m_CompressionStream = stream; }
 

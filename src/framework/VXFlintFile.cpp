@@ -23,10 +23,11 @@ constexpr std::size_t kRoomPerByte = 128;  // as it came; the bodies of the tags
 
 /// What `step` answers, and 1 where it runs out of memory.
 template <typename Step>
-VXErrorCodeEnum FailWithoutMemory(const Step& step) {
+VXErrorCodeEnum FailWithoutMemory(VXBitStream& stream, const Step& step) {
     try {
         return step();
     } catch (const std::bad_alloc&) {
+        stream.NoteLackOfMemory();
         return kVXFailure;
     }
 }
@@ -42,7 +43,7 @@ VXFlintFile& VXFlintFile::operator=(const VXFlintFile& other) = default;
 VXFlintFile::~VXFlintFile() = default;
 
 VXErrorCodeEnum VXFlintFile::LoadFromStream(VXBitStream& in) {
-    return FailWithoutMemory([&] {
+    return FailWithoutMemory(in, [&] {
         const std::size_t given = in.GetRemaining();
         VX_RETURN_IF_FAILED(LoadHdrFromStream(in));
         in.ShareBuffer();
@@ -97,7 +98,7 @@ VXErrorCodeEnum VXFlintFile::DumpHdrToStream(VXBitStream& out) {
 VXErrorCodeEnum VXFlintFile::DumpEndTagToStream(VXBitStream& out) { return m_EndTag->DumpToStream(out); }
 
 VXErrorCodeEnum VXFlintFile::DumpToStream(VXBitStream& out) {
-    return FailWithoutMemory([&] { return DumpWhole(out); });
+    return FailWithoutMemory(out, [&] { return DumpWhole(out); });
 }
 
 VXErrorCodeEnum VXFlintFile::DumpWhole(VXBitStream& out) {
