@@ -26,6 +26,9 @@ install(FILES
 # shared library needs it names itself; a static one leaves that to `pkg-config --static`.
 if(NOT BUILD_SHARED_LIBS)
   set(vxswf_pc_private zlib)
+  if(VXSWF_LZMA)
+    string(APPEND vxswf_pc_private " liblzma")
+  endif()
   if(VXSWF_TYPE_ENGINE)
     set(vxplatform_pc_private "freetype2 fontconfig")
   endif()

@@ -9,7 +9,7 @@ packages=(
   # checks of the sources, reference pages, memcheck and the counter of instructions
   clang-format clang-tidy doxygen valgrind
   # the libraries
-  zlib1g-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core
+  zlib1g-dev liblzma-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core
   # the command, the tests and the benchmarks
   libcli11-dev nlohmann-json3-dev libpng-dev libjpeg62-turbo-dev libgtest-dev libgmock-dev libbenchmark-dev
   # Debian packages

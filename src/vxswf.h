@@ -104,3 +104,4 @@
 #include "timeline/VXSwfSetBackgroundColorTag.h"
 #include "timeline/VXSwfVXSpecialTag.h"
 #include "whole/VXCharacterIds.h"
+#include "whole/VXWholeMovie.h"

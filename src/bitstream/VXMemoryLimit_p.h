@@ -15,6 +15,16 @@ public:
     VXMemoryLimit(const VXMemoryLimit&) = delete;
     VXMemoryLimit& operator=(const VXMemoryLimit&) = delete;
 
+    /// What every operation may take beside its share.
+    static constexpr std::size_t kRoom = std::size_t{512} << 20;
+    /// What is made of a movie that came as `given` bytes and inflates to a body of `body` may take. Deflate
+    /// expands up to 1000 to 1, and a tag without a body costs over 100 times its bytes; the limit stops large
+    /// movies that do both.
+    static constexpr std::size_t RoomForMovie(std::size_t given, std::size_t body) {
+        constexpr std::size_t kRoomPerByte = 128;  // as it came; the bodies of the tags have room besides
+        return kRoom + kRoomPerByte * given + body;
+    }
+
     /// Makes the limit higher.
     void Raise(std::size_t bytes) noexcept {
         m_Bytes += bytes;

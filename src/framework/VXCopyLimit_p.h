@@ -10,10 +10,8 @@
 /// several in a thread the outermost one is in force, so that all copies of a merge are limited together.
 class VXCopyLimit {
 public:
-    static constexpr std::size_t kRoom = std::size_t{512} << 20;
-
     VXCopyLimit() {
-        if (s_InForce == nullptr) s_InForce = &m_Own.emplace(kRoom);
+        if (s_InForce == nullptr) s_InForce = &m_Own.emplace(VXMemoryLimit::kRoom);
     }
     ~VXCopyLimit() {
         if (m_Own.has_value()) s_InForce = nullptr;

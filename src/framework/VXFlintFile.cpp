@@ -17,10 +17,6 @@ constexpr unsigned int kPlainHeaderSize = 8;
 constexpr unsigned int kLengthOffset = 4;
 constexpr unsigned int kEndTagSize = 2;
 
-// Deflate makes a byte into a thousand, and a tag without a body takes more than a hundred times its bytes. A
-// movie may do either, but a large one not both.
-constexpr std::size_t kRoomPerByte = 128;  // as it came; the bodies of the tags have room besides
-
 /// What `step` answers, and 1 where it runs out of memory.
 template <typename Step>
 VXErrorCodeEnum FailWithoutMemory(VXBitStream& stream, const Step& step) {
@@ -47,7 +43,7 @@ VXErrorCodeEnum VXFlintFile::LoadFromStream(VXBitStream& in) {
         const std::size_t given = in.GetRemaining();
         VX_RETURN_IF_FAILED(LoadHdrFromStream(in));
         in.ShareBuffer();
-        const VXMemoryLimit limit(VXCopyLimit::kRoom + kRoomPerByte * given + in.GetRemaining());
+        const VXMemoryLimit limit(VXMemoryLimit::RoomForMovie(given, in.GetRemaining()));
         return LoadFromStream(in, m_Version);
     });
 }

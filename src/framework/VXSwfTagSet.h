@@ -211,6 +211,8 @@ protected:
     explicit VXSwfTagSet(unsigned char level);
 
 private:
+    friend class VXWholeMovie;
+
     struct LoadLimits;
     class Inclusion;
     struct Merge;
