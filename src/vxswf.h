@@ -104,4 +104,5 @@
 #include "timeline/VXSwfSetBackgroundColorTag.h"
 #include "timeline/VXSwfVXSpecialTag.h"
 #include "whole/VXCharacterIds.h"
+#include "whole/VXMovieCombiner.h"
 #include "whole/VXWholeMovie.h"

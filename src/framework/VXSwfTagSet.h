@@ -212,6 +212,7 @@ protected:
 
 private:
     friend class VXWholeMovie;
+    friend class VXMovieCombiner;
 
     struct LoadLimits;
     class Inclusion;

@@ -2,19 +2,15 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 #include <new>
-#include <typeinfo>
 #include <utility>
 
 #include "bitstream/VXMemoryLimit_p.h"
-#include "framework/VXSwfTag.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
+#include "whole/VXCarriedTag_p.h"
 #include "whole/VXMoviePacking_p.h"
 
 namespace {
-
-using TagOwner = std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)>;
 
 constexpr unsigned int kPlainHeaderSize = 8;
 constexpr unsigned int kLengthOffset = 4;
@@ -30,42 +26,7 @@ constexpr unsigned char kEndTag[] = {0, 0};
 constexpr std::uint64_t kLzmaRoom = std::uint64_t{64} << 20;
 constexpr std::uint64_t kMostInflation = 1032;
 
-unsigned int DWordAt(const unsigned char* bytes) {
-    return bytes[0] | bytes[1] << 8 | bytes[2] << 16 | static_cast<unsigned int>(bytes[3]) << 24;
-}
-
-/// The header of a tag, as far as it is there.
-struct TagHeader {
-    unsigned int type = 0;
-    unsigned int size = 0;  // 2 or 6; 0 when it is cut
-    unsigned int length = 0;
-
-    TagHeader(const unsigned char* bytes, unsigned int count) {
-        if (count < 2) return;
-        const unsigned int word = bytes[0] | bytes[1] << 8;
-        type = word >> 6;
-        length = word & 0x3F;
-        if (length != 0x3F) {
-            size = 2;
-        } else if (count >= 6) {
-            length = DWordAt(bytes + 2);
-            size = 6;
-        }
-    }
-    bool IsWhole(unsigned int count) const { return size != 0 && length <= count - size; }
-};
-
 const unsigned char* Here(VXBitStream& in) { return in.GetBuffer() + in.GetPosition(); }
-
-/// A tag that takes its type from the header that it reads and is carried as bytes whatever that is.
-TagOwner MakeCarriedTag(unsigned char version) {
-    TagOwner tag(VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_END, 1, 1),
-                 &VXSwfTagFactory::DeleteTag);
-    tag->SetFLVersion(version);
-    return tag;
-}
-
-bool IsCarried(const VXSwfTag& tag) { return typeid(tag) == typeid(VXSwfTag); }
 
 /// Fills `sprite` with what `carried` holds.
 VXErrorCodeEnum OpenSprite(VXSwfTag& carried, VXSwfDefineSpriteTag& sprite) {
@@ -81,9 +42,9 @@ VXErrorCodeEnum OpenSprite(VXSwfTag& carried, VXSwfDefineSpriteTag& sprite) {
     VX_RETURN_IF_FAILED(sprite.LoadFromStream(alone));
     body.SetPosition(kIdAndCount);
     for (;;) {
-        const TagHeader header(Here(body), body.GetRemaining());
+        const VXTagHeader header(Here(body), body.GetRemaining());
         if (header.size == 0 || header.type == VXSwfTagFactory::TAG_END) return kVXSuccess;
-        TagOwner tag = MakeCarriedTag(carried.GetFLVersion());
+        VXTagOwner tag = VXMakeCarriedTag(carried.GetFLVersion());
         if (tag->LoadFromStream(body) != kVXSuccess) return kVXSuccess;  // no byte of its body is there
         sprite.IncludeTag(tag.release(), -1);
     }
@@ -142,7 +103,7 @@ VXErrorCodeEnum VXWholeMovie::Load(VXBitStream& in) {
         return Fail("not an SWF movie");
     }
     if (given < kPlainHeaderSize) return Fail("the header ends early");
-    m_StatedLength = DWordAt(header + kLengthOffset);
+    m_StatedLength = VXDWordAt(header + kLengthOffset);
     if (header[0] == 'F') {
         in.SetPosition(start + kPlainHeaderSize);
         SetPacking(Packing::kNone);
@@ -195,9 +156,9 @@ VXErrorCodeEnum VXWholeMovie::LoadBody(VXBitStream& body, std::size_t given) {
     body.MovePosition(static_cast<int>(m_FrameInfoSize));
     for (;;) {
         const unsigned int left = body.GetRemaining();
-        const TagHeader tagHeader(Here(body), left);
+        const VXTagHeader tagHeader(Here(body), left);
         if (!tagHeader.IsWhole(left) || tagHeader.type == VXSwfTagFactory::TAG_END) break;
-        TagOwner tag = MakeCarriedTag(GetFlintVersion());
+        VXTagOwner tag = VXMakeCarriedTag(GetFlintVersion());
         VX_RETURN_IF_FAILED(tag->LoadFromStream(body));
         IncludeTag(tag.release(), -1);
     }
@@ -206,13 +167,18 @@ VXErrorCodeEnum VXWholeMovie::LoadBody(VXBitStream& body, std::size_t given) {
     return kVXSuccess;
 }
 
+bool VXWholeMovie::IsLastTagCut() const {
+    return m_Tail.GetSize() >= 2 &&
+           VXTagHeader(m_Tail.GetBytes(), m_Tail.GetSize()).type != VXSwfTagFactory::TAG_END;
+}
+
 std::string VXWholeMovie::DescribeTail() const {
     const unsigned int size = m_Tail.GetSize();
-    const TagHeader header(m_Tail.GetBytes(), size);
+    const VXTagHeader header(m_Tail.GetBytes(), size);
     const std::string bytes = std::to_string(size);
     if (size == 0) return "there is no end tag";
     if (size == 1) return "there is no end tag, and a byte that is no tag";
-    if (header.type != VXSwfTagFactory::TAG_END) {
+    if (IsLastTagCut()) {
         return "the last tag, of type " + std::to_string(header.type) + ", is cut: " + bytes +
                " bytes of it are there";
     }
@@ -312,11 +278,11 @@ VXErrorCodeEnum VXWholeMovie::Parse(VXSwfTagSet& set, TagIter place) {
 
 VXErrorCodeEnum VXWholeMovie::ParseTag(VXSwfTagSet& set, TagIter place) {
     VXSwfTag* carried = *place;
-    if (carried == nullptr || !IsCarried(*carried)) return kVXSuccess;
+    if (carried == nullptr || !VXIsCarried(*carried)) return kVXSuccess;
     const enuTagType type = carried->GetTagType();
     const unsigned char version = carried->GetFLVersion();
-    TagOwner parsed(VXSwfTagFactory::CreateTagOfType(type, 1, 0), &VXSwfTagFactory::DeleteTag);
-    if (IsCarried(*parsed)) return kVXSuccess;
+    VXTagOwner parsed(VXSwfTagFactory::CreateTagOfType(type, 1, 0), &VXSwfTagFactory::DeleteTag);
+    if (VXIsCarried(*parsed)) return kVXSuccess;
     parsed->SetFLVersion(version);
 
     const unsigned int length = carried->GetTagLen();
@@ -348,6 +314,6 @@ VXErrorCodeEnum VXWholeMovie::ParseTag(VXSwfTagSet& set, TagIter place) {
 
 unsigned char VXWholeMovie::GetActionScriptVersion() const {
     const TagIter tag = FindNthTagOfType(VXSwfTagFactory::TAG_FILEATTRIBUTES, 1);
-    if (tag == end() || !IsCarried(**tag)) return VXFlintFile::GetActionScriptVersion();
+    if (tag == end() || !VXIsCarried(**tag)) return VXFlintFile::GetActionScriptVersion();
     return (*tag)->GetTagLen() != 0 && ((*tag)->GetData()[0] & kHasAS3) != 0 ? 3 : 2;
 }

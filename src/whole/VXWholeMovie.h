@@ -77,6 +77,7 @@ public:
     const std::string& GetErrorText() const { return m_ErrorText; }
     /// What the tail has beside an end tag, or lacks; empty for most movies.
     std::string DescribeTail() const;
+    bool IsLastTagCut() const;
     const VXByteBlock& GetTail() const { return m_Tail; }
     void SetTail(const VXByteBlock& tail) { m_Tail = tail; }
 
