@@ -22,6 +22,7 @@ using TagIter = VXSwfTagSet::TagIter;
 using IdSet = std::bitset<0x10000>;
 
 constexpr unsigned int kNumIds = 0x10000;
+constexpr unsigned int kIdSize = 2;
 constexpr unsigned int kNoBitmap = 0xFFFF;
 constexpr unsigned int kDeepestDepth = 0xFFFF;
 constexpr unsigned char kFirstVersionWithSprites = 3;
@@ -307,7 +308,7 @@ public:
             const TagIter here = place++;
             if (goes == Goes::kNowhere) continue;
             VXTagOwner tag = TakeOut(here);
-            if (tag->GetTagType() == VXSwfTagFactory::TAG_DEFINEBITS) {
+            if (tag->GetTagType() == VXSwfTagFactory::TAG_DEFINEBITS && tag->GetTagLen() >= kIdSize) {
                 tag = JoinedPicture(*tag);
                 numPictureBytes += tag->GetTagLen();
                 if (numPictureBytes > std::max(kPictureRoom, kPictureShare * m_Source.numBytes)) return false;
@@ -346,15 +347,13 @@ private:
     }
 
     VXTagOwner JoinedPicture(VXSwfTag& tag) const {
-        constexpr unsigned int kIdSize = 2;
         VXBitStream scratch;
         const VXTagBody picture(tag, scratch);
-        const unsigned int id = std::min(picture.length, kIdSize);
         std::span<const unsigned char> tables;
         if (m_Source.jpegTables != nullptr) tables = ViewOf(VXTagBody(*m_Source.jpegTables, scratch));
         VXBitStream body;
-        VXIgnore(body.Write(picture.bytes, id));
-        const std::vector<unsigned char> joined = VXJoinJpegTables(tables, ViewOf(picture).subspan(id));
+        VXIgnore(body.Write(picture.bytes, kIdSize));
+        const std::vector<unsigned char> joined = VXJoinJpegTables(tables, ViewOf(picture).subspan(kIdSize));
         VXIgnore(body.Write(joined.data(), static_cast<unsigned int>(joined.size())));
         return MakeTag(VXSwfTagFactory::TAG_DEFINEBITSJPEG2, body, m_Version);
     }
@@ -482,7 +481,7 @@ VXErrorCodeEnum VXMovieCombiner::TakeIn(Source& source, const Options& options) 
     const bool addsFrame = options.Frame > known.frames.size();
     if (addsFrame) {
         staging.Append(MakeTag(VXSwfTagFactory::TAG_SHOWFRAME, nullptr, 0, version));
-        known.frames.reserve(known.frames.size() + 1);
+        if (known.frames.size() == known.frames.capacity()) known.frames.reserve(2 * known.frames.size() + 1);
     }
     std::unordered_map<VXSwfTag*, VXTagOwner> widened;
     if (oldVersion < kFirstVersionWithLongEvents && version >= kFirstVersionWithLongEvents) {
