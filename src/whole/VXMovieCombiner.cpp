@@ -118,7 +118,10 @@ VXTagOwner WidenedTag(VXSwfTag& tag, unsigned char version) {
     const unsigned int type = tag.GetTagType();
     if (type != VXSwfTagFactory::TAG_PLACEOBJECT2 && type != VXSwfTagFactory::TAG_DEFINESPRITE)
         return widened;
-    if (VXWidenClipEvents(type, ViewOf(VXTagBody(tag, scratch)), out)) widened = MakeTag(type, out, version);
+    if (VXWidenClipEvents(type, ViewOf(VXTagBody(tag, scratch)), out)) {
+        widened = MakeTag(type, out, version);
+        widened->SetIsLongTag(tag.IsLongTag());
+    }
     return widened;
 }
 
