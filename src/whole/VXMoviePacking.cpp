@@ -1,9 +1,10 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <bit>
 #include <new>
 
+#include "whole/VXCarriedTag_p.h"
 #include "whole/VXMoviePacking_p.h"
 
 #ifdef VXSWF_LZMA
@@ -76,9 +77,12 @@ private:
 
 class LzmaPacker : public ChunkPacker<lzma_stream> {
 public:
-    LzmaPacker(VXBitStream& out, int level) : ChunkPacker(out, LZMA_STREAM_INIT) {
+    LzmaPacker(VXBitStream& out, int level, std::uint64_t size) : ChunkPacker(out, LZMA_STREAM_INIT) {
         lzma_options_lzma options;
         if (lzma_lzma_preset(&options, static_cast<std::uint32_t>(level)) != 0) return;
+        // The encoder takes ten times its dictionary, so that is no larger than what comes.
+        const std::uint64_t enough = std::bit_ceil(std::max<std::uint64_t>(size, LZMA_DICT_SIZE_MIN));
+        options.dict_size = static_cast<std::uint32_t>(std::min<std::uint64_t>(options.dict_size, enough));
         const lzma_filter filters[] = {{LZMA_FILTER_LZMA1, &options}, {LZMA_VLI_UNKNOWN, nullptr}};
         unsigned char properties[kVXLzmaProperties];
         m_IsGood = lzma_properties_encode(filters, properties) == LZMA_OK &&
@@ -99,9 +103,9 @@ private:
 
 #endif
 
-template <typename Packer>
-std::unique_ptr<VXPacker> MakeGood(VXBitStream& out, int level) {
-    std::unique_ptr<Packer> packer(new (std::nothrow) Packer(out, level));
+template <typename Packer, typename... Arguments>
+std::unique_ptr<VXPacker> MakeGood(VXBitStream& out, Arguments... arguments) {
+    std::unique_ptr<Packer> packer(new (std::nothrow) Packer(out, arguments...));
     if (packer == nullptr || !packer->IsGood()) return nullptr;
     return packer;
 }
@@ -120,20 +124,22 @@ std::unique_ptr<VXPacker> VXPacker::MakeDeflate(VXBitStream& out, int level) {
 
 bool VXHasLzma() { return true; }
 
-std::unique_ptr<VXPacker> VXPacker::MakeLzma(VXBitStream& out, int level) {
-    return MakeGood<LzmaPacker>(out, level);
+std::unique_ptr<VXPacker> VXPacker::MakeLzma(VXBitStream& out, int level, std::uint64_t size) {
+    return MakeGood<LzmaPacker>(out, level, size);
 }
 
 VXErrorCodeEnum VXUnpackLzma(const unsigned char* data, unsigned int length, std::uint64_t stated,
                              std::uint64_t most, VXBitStream& out) {
     if (length < kVXLzmaProperties) return kVXFailure;
-    lzma_filter filters[] = {{LZMA_FILTER_LZMA1, nullptr}, {LZMA_VLI_UNKNOWN, nullptr}};
-    if (lzma_properties_decode(&filters[0], nullptr, data, kVXLzmaProperties) != LZMA_OK) return kVXFailure;
-    const std::unique_ptr<void, void (*)(void*)> freed(filters[0].options, &std::free);
+    lzma_options_lzma options{};
+    options.lc = data[0] % 9u;
+    options.lp = data[0] / 9u % 5;
+    options.pb = data[0] / 45u;
     // A dictionary that is larger than all that comes out of it is never used, and would be allocated.
-    auto& options = *static_cast<lzma_options_lzma*>(filters[0].options);
-    options.dict_size = static_cast<std::uint32_t>(
-        std::min<std::uint64_t>(options.dict_size, std::max<std::uint64_t>(most, LZMA_DICT_SIZE_MIN)));
+    const std::uint64_t dictionary = VXDWordAt(data + 1);
+    options.dict_size = static_cast<std::uint32_t>(std::clamp<std::uint64_t>(
+        dictionary, LZMA_DICT_SIZE_MIN, std::max<std::uint64_t>(most, LZMA_DICT_SIZE_MIN)));
+    const lzma_filter filters[] = {{LZMA_FILTER_LZMA1, &options}, {LZMA_VLI_UNKNOWN, nullptr}};
     lzma_stream stream = LZMA_STREAM_INIT;
     const std::unique_ptr<lzma_stream, void (*)(lzma_stream*)> end(&stream, &lzma_end);
     if (lzma_raw_decoder(&stream, filters) != LZMA_OK) return kVXFailure;
@@ -162,7 +168,7 @@ VXErrorCodeEnum VXUnpackLzma(const unsigned char* data, unsigned int length, std
 
 bool VXHasLzma() { return false; }
 
-std::unique_ptr<VXPacker> VXPacker::MakeLzma(VXBitStream&, int) { return nullptr; }
+std::unique_ptr<VXPacker> VXPacker::MakeLzma(VXBitStream&, int, std::uint64_t) { return nullptr; }
 
 VXErrorCodeEnum VXUnpackLzma(const unsigned char*, unsigned int, std::uint64_t, std::uint64_t, VXBitStream&) {
     return kVXFailure;

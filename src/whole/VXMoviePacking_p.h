@@ -14,10 +14,10 @@ public:
 
     /// To what stands in `out` these put: the bytes themselves, a zlib stream (RFC 1950), and a raw LZMA
     /// stream with five bytes of properties in front. Null without memory; the last also in a build without
-    /// LZMA.
+    /// LZMA. `size` is about how much will come.
     static std::unique_ptr<VXPacker> MakePlain(VXBitStream& out);
     static std::unique_ptr<VXPacker> MakeDeflate(VXBitStream& out, int level);
-    static std::unique_ptr<VXPacker> MakeLzma(VXBitStream& out, int level);
+    static std::unique_ptr<VXPacker> MakeLzma(VXBitStream& out, int level, std::uint64_t size);
 };
 
 constexpr unsigned int kVXLzmaProperties = 5;

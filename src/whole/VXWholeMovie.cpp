@@ -230,10 +230,16 @@ VXErrorCodeEnum VXWholeMovie::Dump(VXBitStream& out) {
 
 VXErrorCodeEnum VXWholeMovie::DumpPacked(VXBitStream& out, unsigned int& length) {
     const Packing packing = GetPacking();
-    const std::unique_ptr<VXPacker> packer = packing == Packing::kNone ? VXPacker::MakePlain(out)
-                                             : packing == Packing::kDeflate
-                                                 ? VXPacker::MakeDeflate(out, m_Level)
-                                                 : VXPacker::MakeLzma(out, m_Level);
+    std::unique_ptr<VXPacker> packer;
+    if (packing == Packing::kNone) packer = VXPacker::MakePlain(out);
+    if (packing == Packing::kDeflate) packer = VXPacker::MakeDeflate(out, m_Level);
+    if (packing == Packing::kLzma) {
+        std::uint64_t size = m_Tail.GetSize();
+        for (VXSwfTag* tag : *this) {
+            if (tag != nullptr) size += tag->GetTagLen();
+        }
+        packer = VXPacker::MakeLzma(out, m_Level, size);
+    }
     if (packer == nullptr) throw std::bad_alloc();
     VXBitStream stage;
     const auto put = [&](bool isLast) {

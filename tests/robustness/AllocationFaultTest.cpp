@@ -155,6 +155,45 @@ TEST_P(AllocationFault, EditsLoseNothing) {
     });
 }
 
+// A movie of version 5 that takes one of version 8 in has its own clip events changed.
+TEST_P(AllocationFault, CombinationsAndParsedTags) {
+    const Bytes source = GoldenMovie(GetParam() == 5 ? 8 : 5);
+    const Bytes plain = GoldenMovie(GetParam());
+    for (const bool isParsed : {false, true}) {
+        RefuseEach([&](const auto& refuse) {
+            VXWholeMovie movie;
+            ASSERT_TRUE(LoadInto(movie, plain) == kVXSuccess);
+            VXBitStream in = StreamOver(source);
+            VXMovieCombiner combiner(movie);
+            const bool isDone = refuse([&] {
+                if (isParsed) return movie.Parse(std::next(movie.begin(), 30)) == kVXSuccess;
+                return combiner.Combine(in) == kVXSuccess;
+            });
+            EXPECT_TRUE(isDone || BytesOfRecord(movie) == plain);
+        });
+    }
+}
+
+TEST_P(AllocationFault, WholeMovies) {
+    const Bytes plain = GoldenMovie(GetParam());
+    for (const auto packing : {VXWholeMovie::Packing::kDeflate, VXWholeMovie::Packing::kLzma}) {
+        RefuseEach([&](const auto& refuse) {
+            VXWholeMovie movie;
+            VXWholeMovie again;
+            CVXStreamReadWrite target;
+            const bool isDone = refuse([&] {
+                if (LoadInto(movie, plain) != kVXSuccess) return false;
+                movie.SetPacking(packing);
+                if (movie.DumpToStream(&target) != kVXSuccess) return false;
+                target.SetMode(IVXStream::kRead);
+                return again.LoadFromStream(&target) == kVXSuccess;
+            });
+            again.SetPacking(VXWholeMovie::Packing::kNone);
+            EXPECT_TRUE(!isDone || BytesOfRecord(again) == plain);
+        });
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Versions, AllocationFault, testing::Values(5u, 8u),
                          testing::PrintToStringParamName());
 

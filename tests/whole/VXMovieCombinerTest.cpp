@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -113,7 +114,7 @@ TEST(VXMovieCombinerTest, ASourceBecomesASprite) {
 
 TEST(VXMovieCombinerTest, WhatCannotBeCombinedChangesNothing) {
     Bytes all;
-    for (unsigned int id = 1; id != 65535; ++id) all = Join({std::move(all), Id(36, id)});
+    for (unsigned int id = 1; id != 65535; ++id) std::ranges::copy(Id(36, id), std::back_inserter(all));
     const Bytes script = TagBytes(12, Hex("00"));
     const Bytes bytecode = TagBytes(82, Hex("00 00 00 00 00"));
     Options secondFrame;
