@@ -57,6 +57,11 @@ void Load(VXFlintFile& movie, const MovieFile& file) {
     Require(movie.LoadFromStream(&source) == kVXSuccess);
 }
 
+void LoadWhole(VXWholeMovie& movie, const MovieFile& file) {
+    CVXStreamReadWrite source(file.GetPath(), CVXStreamReadWrite::kOpenExisting);
+    Require(movie.LoadFromStream(&source) == kVXSuccess);
+}
+
 void Merge(benchmark::State& state, bool isInSprite) {
     const auto numCharacters = static_cast<unsigned int>(state.range(0));
     const MovieFile file([numCharacters, isInSprite] { return MakeMovie(numCharacters, isInSprite); });
@@ -87,8 +92,38 @@ void Merge(benchmark::State& state, bool isInSprite) {
     CompareCold(state, loadAndDump, merge, file.GetSize());
 }
 
+/// A combination, beside a load and a dump of both movies as bytes.
+void Combine(benchmark::State& state) {
+    const auto numCharacters = static_cast<unsigned int>(state.range(0));
+    const MovieFile file([numCharacters] { return MakeMovie(numCharacters, false); });
+    const auto loadAndDump = [&file](ColdClock& clock) {
+        clock.Start();
+        for (unsigned int i = 0; i < 2; ++i) {
+            VXWholeMovie movie;
+            VXBitStream dumped;
+            LoadWhole(movie, file);
+            Require(movie.DumpToStream(dumped) == kVXSuccess);
+        }
+        clock.Stop();
+    };
+    const auto combine = [&file](ColdClock& clock) {
+        VXWholeMovie movie;
+        VXBitStream dumped;
+        clock.Start();
+        LoadWhole(movie, file);
+        VXMovieCombiner combiner(movie);
+        CVXStreamReadWrite source(file.GetPath(), CVXStreamReadWrite::kOpenExisting);
+        Require(combiner.Combine(&source) == kVXSuccess);
+        Require(movie.DumpToStream(dumped) == kVXSuccess);
+        clock.Stop();
+    };
+    CompareCold(state, loadAndDump, combine, 2 * file.GetSize());
+}
+
 }  // namespace
 
 // The bound: a ratio of 4. Twice the characters take twice the time.
 BENCHMARK_CAPTURE(Merge, movie, false)->Apply(ColdRuns)->Arg(25000)->Arg(50000);
 BENCHMARK_CAPTURE(Merge, character, true)->Apply(ColdRuns)->Arg(25000)->Arg(50000);
+// The bound: 1.5.
+BENCHMARK(Combine)->Apply(ColdRuns)->Arg(12500)->Arg(25000);

@@ -11,9 +11,12 @@ ColdWork CopyOf(const MovieFile& movie) {
     };
 }
 
-ColdWork LoadOf(const MovieFile& movie, From from, bool isDumped) {
+namespace {
+
+template <typename Movie>
+ColdWork WorkOf(const MovieFile& movie, From from, bool isDumped) {
     return [&movie, from, isDumped](ColdClock& clock) {
-        VXFlintFile file;
+        Movie file;
         VXBitStream dumped;
         if (from == From::kFile) {
             clock.Start();
@@ -31,6 +34,16 @@ ColdWork LoadOf(const MovieFile& movie, From from, bool isDumped) {
         // Nothing is lost; a dump takes the long header where the movie had the short one.
         Require(!isDumped || dumped.GetSize() >= movie.GetSize());
     };
+}
+
+}  // namespace
+
+ColdWork LoadOf(const MovieFile& movie, From from, bool isDumped) {
+    return WorkOf<VXFlintFile>(movie, from, isDumped);
+}
+
+ColdWork WholeLoadOf(const MovieFile& movie, From from, bool isDumped) {
+    return WorkOf<VXWholeMovie>(movie, from, isDumped);
 }
 
 void CompareWithCopy(benchmark::State& state, const MovieFile& movie, From from, bool isDumped) {
