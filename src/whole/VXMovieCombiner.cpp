@@ -279,16 +279,16 @@ struct VXMovieCombiner::Source {
         return spriteId != 0;
     }
 
-    void WriteNewIds(const VXTagBody& body) const {
+    void WriteNewIds(unsigned int type, unsigned char* body, unsigned int length) const {
         const auto write = [&](unsigned int offset, Role) {
-            const unsigned int oldId = VXWordAt(body.bytes + offset);
+            const unsigned int oldId = VXWordAt(body + offset);
             unsigned int id = newIds[oldId];
-            if (oldId == 0 && body.type == VXSwfTagFactory::TAG_SYMBOLCLASS) id = spriteId;
+            if (oldId == 0 && type == VXSwfTagFactory::TAG_SYMBOLCLASS) id = spriteId;
             if (id == 0) return;
-            body.bytes[offset] = static_cast<unsigned char>(id);
-            body.bytes[offset + 1] = static_cast<unsigned char>(id >> 8);
+            body[offset] = static_cast<unsigned char>(id);
+            body[offset + 1] = static_cast<unsigned char>(id >> 8);
         };
-        VXIgnore(VXCharacterIds::Visit(body.type, body.bytes, body.length, write));  // counted before
+        VXIgnore(VXCharacterIds::Visit(type, body, length, write));  // damage was counted before
     }
 };
 
@@ -311,6 +311,9 @@ public:
             const TagIter here = place++;
             if (goes == Goes::kNowhere) continue;
             VXTagOwner tag = TakeOut(here);
+            if (goes != Goes::kInside) {
+                m_Source.WriteNewIds(tag->GetTagType(), tag->GetData(), tag->GetTagLen());
+            }
             if (tag->GetTagType() == VXSwfTagFactory::TAG_DEFINEBITS && tag->GetTagLen() >= kIdSize) {
                 tag = JoinedPicture(*tag);
                 numPictureBytes += tag->GetTagLen();
@@ -336,12 +339,10 @@ public:
     VXSwfTagSet& GetTags() { return m_Tags; }
 
 private:
-    /// Takes a tag out of the source, with new IDs and in the form of the version.
+    /// Takes a tag out of the source, in the form of the version.
     VXTagOwner TakeOut(TagIter place) {
         VXTagOwner tag(*place, &VXSwfTagFactory::DeleteTag);
         m_Source.movie.EraseTags(place, std::next(place));
-        VXBitStream scratch;
-        m_Source.WriteNewIds(VXTagBody(*tag, scratch));
         if (m_WidensEvents) {
             if (VXTagOwner widened = WidenedTag(*tag, m_Version)) tag = std::move(widened);
         }
@@ -366,7 +367,7 @@ private:
         const unsigned int stated = m_Source.movie.GetFrameCount();
         VXIgnore(sprite.WriteWord(VXSwfTagFactory::TAG_DEFINESPRITE << 6 | 63));
         VXIgnore(sprite.WriteDWord(0));
-        VXIgnore(sprite.WriteWord(static_cast<unsigned short>(m_Source.spriteId)));
+        VXIgnore(sprite.WriteWord(0));  // all IDs are written at the end
         VXIgnore(sprite.WriteWord(static_cast<unsigned short>(stated != 0 ? stated : m_Source.numFrames)));
         if (locksRoot) {
             VXIgnore(MakeTag(VXSwfTagFactory::TAG_DOACTION, kLockRoot, sizeof kLockRoot, m_Version)
@@ -378,9 +379,11 @@ private:
         constexpr unsigned int kHeaderSize = 6;
         VXIgnore(sprite.WriteWord(VXSwfTagFactory::TAG_END));
         if (sprite.HasFailed()) throw std::bad_alloc();
-        const unsigned int size = sprite.GetSize();
+        const unsigned int length = sprite.GetSize() - kHeaderSize;
+        m_Source.WriteNewIds(VXSwfTagFactory::TAG_DEFINESPRITE, sprite.GetBuffer() + kHeaderSize, length);
         sprite.SetPosition(2);
-        VXIgnore(sprite.WriteDWord(size - kHeaderSize));
+        VXIgnore(sprite.WriteDWord(length));
+        VXIgnore(sprite.WriteWord(static_cast<unsigned short>(m_Source.spriteId)));
         sprite.SetPosition(0);
         VXTagOwner tag = VXMakeCarriedTag(m_Version);
         if (tag->LoadFromStream(sprite) != kVXSuccess) throw std::bad_alloc();
