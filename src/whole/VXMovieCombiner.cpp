@@ -26,6 +26,7 @@ constexpr unsigned int kIdSize = 2;
 constexpr unsigned int kNoBitmap = 0xFFFF;
 constexpr unsigned int kDeepestDepth = 0xFFFF;
 constexpr unsigned char kFirstVersionWithSprites = 3;
+constexpr unsigned char kFirstVersionWithThis = 5;
 constexpr unsigned char kFirstVersionWithLongEvents = 6;
 constexpr std::uint64_t kPictureRoom = std::uint64_t{64} << 20;
 constexpr std::uint64_t kPictureShare = 16;
@@ -304,7 +305,7 @@ public:
     /// False when the pictures would take too much.
     bool Build(const Options& options, unsigned int depth, bool hasNewScripts) {
         VXBitStream sprite;
-        BeginSprite(sprite, options.LocksRoot && !hasNewScripts);
+        BeginSprite(sprite, options.LocksRoot && !hasNewScripts && m_Version >= kFirstVersionWithThis);
         std::uint64_t numPictureBytes = 0;
         for (TagIter place = m_Source.movie.begin(); place != m_Source.movie.end();) {
             const Goes goes = WhereGoes((*place)->GetTagType());
@@ -463,7 +464,7 @@ VXErrorCodeEnum VXMovieCombiner::TakeIn(Source& source, const Options& options) 
     std::string remarks = source.movie.DescribeTail();
     if (source.numDamaged != 0) {
         if (!remarks.empty()) remarks += "; ";
-        remarks += std::to_string(source.numDamaged) + " of its tags are damaged";
+        remarks += "damaged tags: " + std::to_string(source.numDamaged);
     }
 
     const unsigned char oldVersion = m_Movie.GetFlintVersion();

@@ -39,8 +39,8 @@ public:
         VXFlintMatrix Matrix;
         /// 0 takes the next above all that the timeline uses, masks included.
         unsigned short Depth = 0;
-        /// Scripts of a version before 3 see the sprite as `_root`. Its first frame begins with a script for
-        /// that, which players know from their version 7 on. No effect on scripts of version 3.
+        /// Scripts see the sprite as `_root`. Its first frame begins with a script for that, which players from
+        /// version 7 on know. No effect beside scripts of version 3, and in movies below version 5.
         bool LocksRoot = false;
         /// Takes a source whose last tag is cut, without that tag.
         bool TakesCutSource = false;

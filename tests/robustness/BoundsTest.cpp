@@ -132,6 +132,24 @@ TEST_P(BoundsOfMovies, LoadAndDump) {
     });
 }
 
+// Carried as bytes, and combined with itself.
+TEST_P(BoundsOfMovies, CombineWithItself) {
+    const Row& row = GetParam();
+    const std::size_t size = row.inflated != 0 ? row.inflated : row.movie.size();
+    Measure(2 * size, 1 << 20, [&row] {
+        VXWholeMovie movie;
+        CVXStreamReadWrite first(row.movie.data(), row.movie.size());
+        EXPECT_EQ(movie.LoadFromStream(&first), kVXSuccess);
+        CVXStreamReadWrite second(row.movie.data(), row.movie.size());
+        VXMovieCombiner combiner(movie);
+        VXMovieCombiner::Options options;
+        options.TakesCutSource = true;
+        EXPECT_EQ(combiner.Combine(&second, options), kVXSuccess) << combiner.GetErrorText();
+        VXBitStream out;
+        EXPECT_EQ(movie.DumpToStream(out), kVXSuccess);
+    });
+}
+
 // A font is parsed only for a host that built it by code. A glyph of three bytes has no record but its end.
 TEST_F(Bounds, FontsOfEmptyGlyphs) {
     const Bytes font =
