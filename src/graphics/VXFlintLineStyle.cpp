@@ -39,10 +39,10 @@ VXErrorCodeEnum VXFlintLineStyle2::LoadFromStream(VXBitStream& in) {
 VXErrorCodeEnum VXFlintLineStyle2::DumpToStream(VXBitStream& out) {
     VX_RETURN_IF_FAILED(VXWriteTwipsWord(out, Width));
     VXBitRun run(out);
-    run.Add(StartCapStyle, 2);
-    run.Add(JoinStyle, 2);
+    run.Add(static_cast<unsigned int>(StartCapStyle), 2);
+    run.Add(static_cast<unsigned int>(JoinStyle), 2);
     run.Add(0b0110'00000'0, 10);  // Kept: the same flags for every style, whatever was loaded
-    run.Add(EndCapStyle, 2);
+    run.Add(static_cast<unsigned int>(EndCapStyle), 2);
     VX_RETURN_IF_FAILED(run.Finish());
     if (JoinStyle == kVXJoinMiter) VX_RETURN_IF_FAILED(out.WriteWord(kMiterLimit));
     return Color.DumpToStream(out);
