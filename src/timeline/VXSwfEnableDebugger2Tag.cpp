@@ -5,7 +5,7 @@ VXSwfEnableDebugger2Tag::VXSwfEnableDebugger2Tag(enuTagType type) : VXSwfControl
 VXSwfEnableDebugger2Tag::~VXSwfEnableDebugger2Tag() = default;
 
 VXErrorCodeEnum VXSwfEnableDebugger2Tag::DumpToStream(VXBitStream& out) {
-    return DumpFields(out, [this](VXBitStream& body) {
+    return DumpFields(out, [](VXBitStream& body) {
         VX_RETURN_IF_FAILED(body.WriteWord(0));
         return body.WriteByte(0);
     });
