@@ -211,6 +211,8 @@ private:
     friend class VXFlintFile;
     friend class VXNestedStream;
     friend class VXSwfTag;
+    friend class VXWholeMovie;
+    friend class VXMovieCombiner;
     static constexpr unsigned int kLongestRun = 56;  // with 7 pending bits less than 8 bytes
 
     bool IsAtEnd() const { return m_Buffer == nullptr || m_Position >= m_Size; }

@@ -175,13 +175,17 @@ void VXSwfTag::SetData(unsigned char* data) {
     }
 }
 
-void VXSwfTag::SetCharacterId(unsigned short id) {
-    if (GetFirstWord() == nullptr) return;
+unsigned char* VXSwfTag::GetOwnBody() {
     if (m_IsLent == 0 && m_IsOwnBody == 0) {
         m_Body.Detach();
         m_IsOwnBody = 1;
     }
-    unsigned char* word = GetFirstWord();
+    return GetBody();
+}
+
+void VXSwfTag::SetCharacterId(unsigned short id) {
+    if (GetFirstWord() == nullptr) return;
+    unsigned char* word = GetOwnBody();
     word[0] = static_cast<unsigned char>(id);
     word[1] = static_cast<unsigned char>(id >> 8);
 }

@@ -128,6 +128,7 @@ private:
     friend class VXSwfTagSet;
     friend class VXSwfDefinitionTag;
     friend class VXDependencyWalk;
+    friend class VXMovieCombiner;
 
     struct Loan;
 
@@ -135,6 +136,8 @@ private:
     static constexpr unsigned int kLongestHdr = 6;
 
     unsigned char* GetBody() const;
+    /// The body in force, to be changed.
+    unsigned char* GetOwnBody();
     unsigned int MakeHdr(unsigned int length, unsigned char* bytes) const;
     VXErrorCodeEnum DumpHdr(unsigned int length, VXBitStream& out);
     VXErrorCodeEnum DumpHdrAndBytes(VXBitStream& out, const unsigned char* body, unsigned int length);

@@ -153,16 +153,6 @@ struct Scripts {
     bool IsNew() const { return hasNew && (!hasOld || isStatedNew); }
 };
 
-/// Sets the bit for scripts of version 3 in file attributes.
-void StateScripts(VXSwfTag& attributes, bool isNew) {
-    if (auto* parsed = dynamic_cast<VXSwfFileAttributesTag*>(&attributes)) {
-        parsed->SetHasAS3(isNew ? 1 : 0);
-    } else {
-        unsigned char& flags = *attributes.GetData();
-        flags = static_cast<unsigned char>(isNew ? flags | kHasAS3 : flags & ~kHasAS3);
-    }
-}
-
 // this._lockroot = true
 constexpr unsigned char kLockRoot[] = {
     0x96, 6,  0, 0, 't', 'h', 'i', 's', 0,                                 // push a text
@@ -313,7 +303,7 @@ public:
             if (goes == Goes::kNowhere) continue;
             VXTagOwner tag = TakeOut(here);
             if (goes != Goes::kInside) {
-                m_Source.WriteNewIds(tag->GetTagType(), tag->GetData(), tag->GetTagLen());
+                m_Source.WriteNewIds(tag->GetTagType(), tag->GetOwnBody(), tag->GetTagLen());
             }
             if (tag->GetTagType() == VXSwfTagFactory::TAG_DEFINEBITS && tag->GetTagLen() >= kIdSize) {
                 tag = JoinedPicture(*tag);
@@ -386,6 +376,8 @@ private:
         VXIgnore(sprite.WriteDWord(length));
         VXIgnore(sprite.WriteWord(static_cast<unsigned short>(m_Source.spriteId)));
         sprite.SetPosition(0);
+        sprite.m_HasOnlyViews = true;
+        sprite.ShareBuffer();
         VXTagOwner tag = VXMakeCarriedTag(m_Version);
         if (tag->LoadFromStream(sprite) != kVXSuccess) throw std::bad_alloc();
         sprite.Clean();
@@ -482,9 +474,12 @@ VXErrorCodeEnum VXMovieCombiner::TakeIn(Source& source, const Options& options) 
     if (takesKind && known.attributes == nullptr && source.attributes != nullptr) {
         VXBitStream scratch;
         const VXTagBody body(*source.attributes, scratch);
-        body.bytes[0] = static_cast<unsigned char>(body.bytes[0] & ~kHasMetadata);
-        attributes.AppendTag(MakeTag(body.type, body.bytes, body.length, version).release());
+        VXTagOwner tag = MakeTag(body.type, body.bytes, body.length, version);
+        tag->GetOwnBody()[0] &= static_cast<unsigned char>(~kHasMetadata);
+        attributes.AppendTag(tag.release());
     }
+    const bool changesKind = takesKind && known.attributes != nullptr;
+    if (changesKind) known.attributes->GetOwnBody();  // has bytes of its own from here on
     const bool addsFrame = options.Frame > known.frames.size();
     if (addsFrame) {
         staging.Append(MakeTag(VXSwfTagFactory::TAG_SHOWFRAME, nullptr, 0, version));
@@ -534,8 +529,13 @@ VXErrorCodeEnum VXMovieCombiner::TakeIn(Source& source, const Options& options) 
     if (attributes.GetNumTags() != 0) {
         known.attributes = *attributes.begin();
         m_Movie.m_Tags.splice(m_Movie.begin(), attributes.m_Tags);
-    } else if (takesKind && known.attributes != nullptr) {
-        StateScripts(*known.attributes, isStatedNew);
+    } else if (changesKind) {
+        if (auto* parsed = dynamic_cast<VXSwfFileAttributesTag*>(known.attributes)) {
+            parsed->SetHasAS3(isStatedNew ? 1 : 0);
+        } else {
+            unsigned char& flags = *known.attributes->GetOwnBody();
+            flags = static_cast<unsigned char>(isStatedNew ? flags | kHasAS3 : flags & ~kHasAS3);
+        }
     }
     known.ids = ids;
     if (options.Depth == 0 || depth > known.topDepth) known.topDepth = depth;

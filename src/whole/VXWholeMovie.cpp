@@ -52,7 +52,7 @@ VXErrorCodeEnum OpenSprite(VXSwfTag& carried, VXSwfDefineSpriteTag& sprite) {
 
 }  // namespace
 
-VXWholeMovie::VXWholeMovie() : m_Tail(VXByteBlock::CopyOf(kEndTag, sizeof kEndTag)) {}
+VXWholeMovie::VXWholeMovie() : m_Tail(VXByteView(VXByteBlock::CopyOf(kEndTag, sizeof kEndTag))) {}
 
 VXWholeMovie::~VXWholeMovie() = default;
 
@@ -90,6 +90,7 @@ VXErrorCodeEnum VXWholeMovie::LoadFromStream(IVXStream* stream) {
         if (stream == nullptr) return Fail("no stream");
         VXBitStream in;
         if (in.LoadFromStream(stream) == 0) return Fail("the stream could not be read");
+        in.m_HasOnlyViews = true;
         return Load(in);
     });
 }
@@ -114,6 +115,7 @@ VXErrorCodeEnum VXWholeMovie::Load(VXBitStream& in) {
         // The stated length would bound what inflates; what deflate can do bounds it as well.
         VXBitStream body;
         body.LoadFromAllocedMem(header, given);
+        body.m_HasOnlyViews = true;
         if (body.UnCompress(kPlainHeaderSize, ~0u) == 0) return Fail("what is compressed does not inflate");
         in.SetPosition(start + given);
         return LoadBody(body, given);
@@ -122,6 +124,7 @@ VXErrorCodeEnum VXWholeMovie::Load(VXBitStream& in) {
     if (given < kLzmaHeaderSize) return Fail("the header ends early");
     SetPacking(Packing::kLzma);
     VXBitStream body;
+    body.m_HasOnlyViews = true;
     VX_RETURN_IF_FAILED(body.Write(header, kPlainHeaderSize));
     const std::uint64_t stated = m_StatedLength < kPlainHeaderSize ? 0 : m_StatedLength - kPlainHeaderSize;
     const std::uint64_t most = std::min<std::uint64_t>(kLzmaRoom + kMostInflation * given, ~0u - kChunk);
@@ -154,6 +157,7 @@ VXErrorCodeEnum VXWholeMovie::LoadBody(VXBitStream& body, std::size_t given) {
 
     const VXMemoryLimit limit(VXMemoryLimit::RoomForMovie(given, body.GetRemaining()));
     body.MovePosition(static_cast<int>(m_FrameInfoSize));
+    body.ShareBuffer();
     for (;;) {
         const unsigned int left = body.GetRemaining();
         const VXTagHeader tagHeader(Here(body), left);
@@ -162,8 +166,7 @@ VXErrorCodeEnum VXWholeMovie::LoadBody(VXBitStream& body, std::size_t given) {
         VX_RETURN_IF_FAILED(tag->LoadFromStream(body));
         IncludeTag(tag.release(), -1);
     }
-    m_Tail = VXByteBlock::CopyOf(Here(body), body.GetRemaining());
-    body.SetPosition(body.GetSize());
+    m_Tail = body.ReadView(body.GetRemaining());
     return kVXSuccess;
 }
 

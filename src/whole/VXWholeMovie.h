@@ -78,8 +78,8 @@ public:
     /// What the tail has beside an end tag, or lacks; empty for most movies.
     std::string DescribeTail() const;
     bool IsLastTagCut() const;
-    const VXByteBlock& GetTail() const { return m_Tail; }
-    void SetTail(const VXByteBlock& tail) { m_Tail = tail; }
+    const VXByteView& GetTail() const { return m_Tail; }
+    void SetTail(const VXByteView& tail) { m_Tail = tail; }
 
     /// 3 when file attributes, parsed or not, say so, else 2.
     unsigned char GetActionScriptVersion() const;
@@ -103,7 +103,7 @@ private:
     unsigned int m_StatedLength = 0;
     unsigned int m_CameLength = 0;
 
-    VXByteBlock m_Tail;
+    VXByteView m_Tail;
     Packing m_Packing = Packing::kDeflate;
     int m_Level = 9;
     std::string m_ErrorText;
