@@ -23,6 +23,7 @@ ROWS = (
     ("scripting", "shapes"),
     ("text", "timeline", "media"),
     ("whole",),
+    ("kit",),
 )
 ROW = {name: number for number, names in enumerate(ROWS) for name in names}
 LAST_ROW = len(ROWS) - 1
