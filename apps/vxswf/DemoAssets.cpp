@@ -131,9 +131,9 @@ ExitCode LoadDemoAssets(const DemoFiles& files, DemoAssets& assets) {
     if (const ExitCode code = ReadAsset(files.mp3, kChime, bytes); code != kDone) return code;
     if (const ExitCode code = LoadSound(files.mp3, std::move(bytes), assets); code != kDone) return code;
     assets.font = VXString(files.font.c_str());
-    VXTYFontPropStruct wanted;
-    wanted.m_FontName = assets.font;
-    BND_NT_NMT::CTYFontDict font;
-    if (VXFontPublishManager::GetFontDict(wanted, font)) return kDone;
-    return ReportUnusable(files.font, "no font has this name; --font takes one that fc-list shows");
+    if (VXInstalledFonts::Has(assets.font)) return kDone;
+    std::string nearest;
+    for (const VXString& name : VXInstalledFonts::FindNearest(assets.font, 3))
+        nearest += (nearest.empty() ? " such as " : ", ") + name.GetUTF8String();
+    return ReportUnusable(files.font, "no font has this name; --font takes one that fc-list shows" + nearest);
 }

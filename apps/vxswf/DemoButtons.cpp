@@ -10,7 +10,7 @@ void AddSound(DemoStage& stage, const VXSwfDefineButton2Tag& button, const VXSwf
               const VXFlintSoundInfo& info) {
     constexpr std::size_t kOverUpToOverDown = 2;
     // Files are the place where this class is at home, so code asks for what a load would make.
-    auto& sounds = stage.Add<VXSwfDefineButtonSoundTag>(VXSwfTagFactory::TAG_DEFINEBUTTONSOUND, 1);
+    auto& sounds = stage.GetBuilder().Add<TAG_DEFINEBUTTONSOUND>();
     sounds.ButtonId = button.GetCharacterId();
     sounds.ButtonSoundChar[kOverUpToOverDown] = sound.GetCharacterId();
     sounds.ButtonSoundInfo[kOverUpToOverDown] = info;
@@ -36,7 +36,7 @@ void AddStates(DemoStage& stage) {
     } states[] = {{kBlue, "Up is blue"}, {kGreen, "Over is green"}, {kRed, "Down is red"}};
     double left = 20;
     for (const auto& [color, caption] : states) {
-        VXSwfDefineShapeTag& swatch = stage.DefineShape();
+        VXSwfDefineShapeTag& swatch = stage.GetBuilder().Define<TAG_DEFINESHAPE3>();
         swatch.CreateRoundedRectangle(0, 0, 60, 22, Rgba(color), 8);
         stage.Place(swatch, left, 330);
         stage.Write(caption, left + 70, 334, {.widest = 125});
@@ -48,23 +48,23 @@ void AddStates(DemoStage& stage) {
 
 void AddDemoButtons(DemoStage& stage) {
     CVXStreamReadWrite bytes(stage.GetAssets().sound.data(), stage.GetAssets().sound.size());
-    auto& sound = stage.Define<VXSwfDefineSoundTag>(VXSwfTagFactory::TAG_DEFINESOUND);
-    sound.IncludeMP3Sound(&bytes, 0);
+    const VXSwfDefineSoundTag& sound = *stage.GetBuilder().DefineSound(bytes);  // it was checked
 
     VXSwfDefineButton2Tag& once = stage.DefineButton("Press me", kButtonWidth, kButtonHeight);
-    DemoStage::AddAction(once, kVXKeySpace,
-                         DemoScript()
-                             .Push("clicks")
-                             .Push("clicks")
-                             .Do(kVXActionGetVariable)
-                             .Push(1)
-                             .Do(kVXActionAdd2)
-                             .Do(kVXActionSetVariable));
+    stage.GetBuilder().AddAction(&once,
+                                 VXActionWriter()
+                                     .Push("clicks")
+                                     .Push("clicks")
+                                     .Do(kVXActionGetVariable)
+                                     .Push(1)
+                                     .Do(kVXActionAdd2)
+                                     .Do(kVXActionSetVariable),
+                                 kVXKeySpace);
     AddSound(stage, once, sound, {});
     VXSwfDefineButton2Tag& wandering = stage.DefineButton("Press me too", kButtonWidth, kButtonHeight);
     AddSound(stage, wandering, sound, Wandering());
     VXSwfDefineButton2Tag& silence = stage.DefineButton("Silence", kButtonWidth, kButtonHeight);
-    DemoStage::AddAction(silence, 0, DemoScript().Do(kVXActionStopSounds));
+    stage.GetBuilder().AddAction(&silence, VXActionWriter().Do(kVXActionStopSounds));
 
     const struct {
         const VXSwfDefineButton2Tag& button;
@@ -79,14 +79,14 @@ void AddDemoButtons(DemoStage& stage) {
         left += 204;
     }
 
-    stage.AddScript(DemoScript().Push("clicks").Push(0).Do(kVXActionSetVariable));
+    stage.GetBuilder().AddScript(VXActionWriter().Push("clicks").Push(0).Do(kVXActionSetVariable));
     VXSwfDefineEditTextTag& count = stage.DefineField(60, 26);
     count.SetVariable("clicks");
     count.SetReadOnly(1);
     stage.Write("Releases so far; the space bar counts too:", 20, 206, {.size = 14, .widest = 380});
     stage.Place(count, 424, 200);
     stage.Write("The sound was played when this page was entered.", 20, 250, {.size = 14, .widest = 580});
-    stage.Add<VXSwfStartSoundTag>(VXSwfTagFactory::TAG_STARTSOUND).StartSound(sound.GetCharacterId());
+    stage.GetBuilder().StartSound(&sound);
 
     stage.Write("States of a button:", 20, 300, {.size = 14, .widest = 580});
     AddStates(stage);

@@ -24,17 +24,8 @@ constexpr struct {
     {"Another movie", AddDemoMerge},
 };
 
-/// Keeps the type engine up while a movie with glyphs is built and written.
-class StartedComponent {
-public:
-    StartedComponent() { GetSwfParserComponent()->Startup(); }
-    ~StartedComponent() { GetSwfParserComponent()->Shutdown(); }
-    StartedComponent(const StartedComponent&) = delete;
-    StartedComponent& operator=(const StartedComponent&) = delete;
-};
-
 ExitCode Demo(const DemoOptions& options) {
-    const StartedComponent component;
+    const VXTypeEngineSession engine;
     DemoAssets assets;
     if (const ExitCode code = LoadDemoAssets(options.files, assets); code != kDone) return code;
     DemoStage stage(assets, static_cast<unsigned int>(std::size(kPages)));
@@ -44,7 +35,7 @@ ExitCode Demo(const DemoOptions& options) {
         stage.EndPage();
     }
     stage.Finish();
-    return SaveMovie(stage.GetMovie(), options.out);
+    return SaveMovie(stage.GetBuilder().GetMovie(), options.out);
 }
 
 }  // namespace

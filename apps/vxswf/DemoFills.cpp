@@ -57,7 +57,7 @@ VXImage FourColors() {
 }  // namespace
 
 void AddDemoFills(DemoStage& stage) {
-    auto& dots = stage.Define<VXSwfDefineBitsLossless2Tag>(VXSwfTagFactory::TAG_DEFINEBITSLOSSLESS2);
+    auto& dots = stage.GetBuilder().Define<TAG_DEFINEBITSLOSSLESS2>();
     VXIgnore(dots.CreateImage(FourColors(), kVXBitmapQualityTrueColor));  // always good
     const unsigned short id = dots.GetCharacterId();
     const std::initializer_list<Stop> two = {{0, kAmber}, {255, kNavy}};
@@ -88,7 +88,7 @@ void AddDemoFills(DemoStage& stage) {
     for (const auto& [caption, style, isSeenThrough] : fills) {
         const int column = cell % 4;
         const int row = cell++ / 4;
-        VXSwfDefineShapeTag& shape = stage.DefineShape();
+        VXSwfDefineShapeTag& shape = stage.GetBuilder().Define<TAG_DEFINESHAPE3>();
         shape.CreateRectangleWithFillStyle(0, 0, kWidth, kHeight, style);
         if (isSeenThrough) {
             stage.Place(stage.DefineChecks(kWidth, kHeight), DemoStage::CellLeft(column),

@@ -7,7 +7,7 @@ namespace {
 using Lossless = VXSwfDefineBitsLossless2Tag;
 using Jpeg = VXSwfDefineBitsJpegTag;
 
-constexpr auto kLossless = VXSwfTagFactory::TAG_DEFINEBITSLOSSLESS2;
+constexpr auto kLossless = TAG_DEFINEBITSLOSSLESS2;
 constexpr int kBoxWidth = 180;
 constexpr int kBoxHeight = 140;
 
@@ -34,7 +34,7 @@ void Show(DemoStage& stage, const VXSwfDefinitionTag& bitmap, unsigned int width
     const double left = 20 + 204 * column;
     const double top = DemoStage::kTop + 184 * row;
     if (look == Look::kSeenThrough) stage.Place(stage.DefineChecks(size.width, size.height), left, top);
-    VXSwfDefineShapeTag& shape = stage.DefineShape();
+    VXSwfDefineShapeTag& shape = stage.GetBuilder().Define<TAG_DEFINESHAPE3>();
     shape.CreateShapeForImage(bitmap.GetCharacterId(), 0, 0, static_cast<int>(width),
                               static_cast<int>(height), size.width, size.height,
                               look == Look::kTiled ? 1 : 0);
@@ -64,13 +64,13 @@ VXImage16BPP ToFifteenBits(const DemoAssets& assets) {
 void AddDemoPictures(DemoStage& stage) {
     const DemoAssets& assets = stage.GetAssets();
     CVXStreamReadWrite bytes(assets.photo.data(), assets.photo.size());
-    auto& photo = stage.Define<Jpeg>(VXSwfTagFactory::TAG_DEFINEBITSJPEG2);
+    auto& photo = stage.GetBuilder().Define<TAG_DEFINEBITSJPEG2>();
     VXIgnore(photo.SetJpegData(&bytes));  // there is a stream
     Show(stage, photo, assets.photoWidth, assets.photoHeight, 0, "JPEG");
 
     // Clear on the left, opaque on the right; the library compresses the plane.
     bytes.Seek(0, kVXSeekFromStart);
-    auto& faded = stage.Define<Jpeg>(VXSwfTagFactory::TAG_DEFINEBITSJPEG3);
+    auto& faded = stage.GetBuilder().Define<TAG_DEFINEBITSJPEG3>();
     VXIgnore(faded.SetJpegData(&bytes));
     std::vector<unsigned char> alpha(std::size_t{assets.photoWidth} * assets.photoHeight);
     for (std::size_t i = 0; i < alpha.size(); ++i)
@@ -81,15 +81,15 @@ void AddDemoPictures(DemoStage& stage) {
     Show(stage, photo, assets.photoWidth, assets.photoHeight, 2, "JPEG, in tiles of its size", Look::kTiled);
 
     const VXImage image(assets.pictureWidth, assets.pictureHeight, assets.picture.data());
-    auto& trueColor = stage.Define<Lossless>(kLossless);
+    auto& trueColor = stage.GetBuilder().Define<kLossless>();
     VXIgnore(trueColor.CreateImage(image, kVXBitmapQualityTrueColor));  // always good, as the next one
     Show(stage, trueColor, assets.pictureWidth, assets.pictureHeight, 3, "Lossless, 32 bits",
          Look::kSeenThrough);
-    auto& palette = stage.Define<Lossless>(kLossless);
+    auto& palette = stage.GetBuilder().Define<kLossless>();
     VXIgnore(palette.CreateImage(image, kVXBitmapQualityPalette));
     Show(stage, palette, assets.pictureWidth, assets.pictureHeight, 4, "Lossless, 256 colours",
          Look::kSeenThrough);
-    auto& fifteenBits = stage.Define<Lossless>(kLossless);
+    auto& fifteenBits = stage.GetBuilder().Define<kLossless>();
     VXIgnore(fifteenBits.CreateImage(ToFifteenBits(assets)));  // there are pixels
     Show(stage, fifteenBits, assets.pictureWidth, assets.pictureHeight, 5, "Lossless, 15 bits");
 }

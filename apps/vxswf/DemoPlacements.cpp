@@ -47,7 +47,7 @@ void AddColors(DemoStage& stage) {
     const VXFlintCxForm negative = ColorForm(-256, 255, 255, 255);
     stage.PlaceInCell(stage.GetBadge(), 2, kRow, "Negative", {}, kMiddleX, kMiddleY).SetCxForm(&negative);
 
-    VXSwfDefineShapeTag& mask = stage.DefineShape();
+    VXSwfDefineShapeTag& mask = stage.GetBuilder().Define<TAG_DEFINESHAPE3>();
     mask.CreateRoundedRectangle(0, 0, DemoStage::kCellWidth, DemoStage::kCellHeight, Rgba(kInk), 40);
     VXSwfPlaceObject2Tag& placedMask = stage.Place(mask, DemoStage::CellLeft(3), DemoStage::CellTop(kRow));
     VXSwfPlaceObject2Tag& masked =
@@ -63,7 +63,7 @@ VXSwfDefineSpriteTag& DefineWheel(DemoStage& stage) {
     constexpr int kNumFrames = 24;
     constexpr unsigned short kDepth = 1;
     const unsigned short badge = stage.GetBadge().GetCharacterId();
-    auto& wheel = stage.Define<VXSwfDefineSpriteTag>(VXSwfTagFactory::TAG_DEFINESPRITE);
+    auto& wheel = stage.GetBuilder().Define<TAG_DEFINESPRITE>();
     for (int frame = 0; frame < kNumFrames; ++frame) {
         // Without a character it changes what is there.
         VXSwfPlaceObject2Tag* place = wheel.PlaceObject(frame == 0 ? badge : 0, -1, "", 0, 0, kDepth, {});
@@ -77,30 +77,25 @@ VXSwfDefineSpriteTag& DefineWheel(DemoStage& stage) {
 }
 
 /// Turns the object by five degrees in every frame.
-void TurnByScript(VXSwfPlaceObject2Tag& place) {
+void TurnByScript(DemoStage& stage, VXSwfPlaceObject2Tag& place) {
     constexpr int kRotation = 10;  // number of a property
-    const DemoScript script = DemoScript()
-                                  .Push("")
-                                  .Push(kRotation)
-                                  .Push("")
-                                  .Push(kRotation)
-                                  .Do(kVXActionGetProperty)
-                                  .Push(5)
-                                  .Do(kVXActionAdd2)
-                                  .Do(kVXActionSetProperty);
-    auto* handler = new VXFlintClipActionRecord;
-    handler->EventFlags.ClipEventEnterFrame = 1;
-    handler->ActionRecordSize = script.GetSize();
-    handler->Actions.Copy(script.GetActions(), 0);
-    place.EditClipActions().AllEventFlags.ClipEventEnterFrame = 1;
-    place.EditClipActions().ClipActionRecords.push_back(handler);
+    const VXActionWriter script = VXActionWriter()
+                                      .Push("")
+                                      .Push(kRotation)
+                                      .Push("")
+                                      .Push(kRotation)
+                                      .Do(kVXActionGetProperty)
+                                      .Push(5)
+                                      .Do(kVXActionAdd2)
+                                      .Do(kVXActionSetProperty);
+    stage.GetBuilder().AddEvent(&place, &VXFlintClipEventFlags::ClipEventEnterFrame, script);
 }
 
 void AddSprites(DemoStage& stage) {
     constexpr int kRow = 2;
     stage.PlaceInCell(DefineWheel(stage), 0, kRow, "Turns by its 24 frames", {}, kMiddleX, kMiddleY - 4);
     TurnByScript(
-        stage.PlaceInCell(stage.GetBadge(), 1, kRow, "Turns by a script", {}, kMiddleX, kMiddleY - 4));
+        stage, stage.PlaceInCell(stage.GetBadge(), 1, kRow, "Turns by a script", {}, kMiddleX, kMiddleY - 4));
     stage.PlaceInCell(stage.GetBadge(), 2, kRow, "Wider, and less high", {}, kMiddleX, kMiddleY)
         .Scale(80, 120, 56, 28);
     auto& cached = dynamic_cast<VXSwfPlaceObject3Tag&>(stage.PlaceInCell(

@@ -25,36 +25,37 @@ void AddVariable(DemoStage& stage, const char* caption, const char* variable, do
     stage.Place(field, 220, top);
 }
 
-DemoScript SetVariable(const char* name, const char* value) {
-    return DemoScript().Push(name).Push(value).Do(kVXActionSetVariable);
+VXActionWriter SetVariable(const char* name, const char* value) {
+    return VXActionWriter().Push(name).Push(value).Do(kVXActionSetVariable);
 }
 
 /// Scripts of three kinds, each of which sets a variable.
 void AddScripts(DemoStage& stage) {
     AddVariable(stage, "A script of this frame:", "fromFrame", 70);
-    stage.AddScript(SetVariable("fromFrame", "set by the frame"));
+    stage.GetBuilder().AddScript(SetVariable("fromFrame", "set by the frame"));
 
     AddVariable(stage, "A call that was inserted:", "fromCall", 116);
-    const DemoScript body = DemoScript()
-                                .Push("fromCall")
-                                .Push("called with ")
-                                .Push("number")
-                                .Do(kVXActionGetVariable)
-                                .Do(kVXActionAdd2)
-                                .Do(kVXActionSetVariable);
-    stage.AddScript(DemoScript().Define("tell", "number", body).Call("tell", 8));
+    const VXActionWriter body = VXActionWriter()
+                                    .Push("fromCall")
+                                    .Push("called with ")
+                                    .Push("number")
+                                    .Do(kVXActionGetVariable)
+                                    .Do(kVXActionAdd2)
+                                    .Do(kVXActionSetVariable);
+    stage.GetBuilder().AddScript(
+        VXActionWriter().DefineFunction("tell", {"number"}, body).CallFunction("tell", 8).Do(kVXActionPop));
 
     AddVariable(stage, "A sprite's first script:", "fromSprite", 162);
-    auto& first = stage.Add<VXSwfDoInitActionTag>(VXSwfTagFactory::TAG_DOINITACTION);
-    VXIgnore(first.SetSpriteReferenceID(stage.GetBadge().GetCharacterId()));  // always good
-    first.m_ActionRecords.Copy(SetVariable("fromSprite", "set by the badge").GetActions(), 0);
+    auto& first = stage.GetBuilder().Add<TAG_DOINITACTION>();
+    VXIgnore(first.SetSpriteReferenceID(stage.GetBadge().GetCharacterId()));               // always good
+    VXIgnore(SetVariable("fromSprite", "set by the badge").AddTo(first.m_ActionRecords));  // short
 }
 
 /// A frame in which a script attaches what is known to it by its exported name alone.
 void AddExport(DemoStage& stage) {
-    VXIgnore(stage.Add<VXSwfExportAssetsTag>(VXSwfTagFactory::TAG_EXPORTASSETS)
-                 .AddCharacterIdnName(stage.GetBadge().GetCharacterId(), "badge"));  // the first of few
-    VXSwfDefineShapeTag& outline = stage.DefineShape(VXSwfTagFactory::TAG_DEFINESHAPE4);
+    VXIgnore(stage.GetBuilder().Add<TAG_EXPORTASSETS>().AddCharacterIdnName(stage.GetBadge().GetCharacterId(),
+                                                                            "badge"));  // the first of few
+    VXSwfDefineShapeTag& outline = stage.GetBuilder().Define<TAG_DEFINESHAPE4>();
     outline.SetLineStyle(Rgba(kNavy), 1, 0, kVXStrokeSolid, 1, kVXJoinMiter);
     outline.StartPath(-60, -40, 1);
     outline.AddStraightEdge(-60, -40, 60, -40);
@@ -63,7 +64,7 @@ void AddExport(DemoStage& stage) {
     outline.EndPath();
     outline.EndShape();
     outline.SetBounds({-60, -40, 60, 40}, 1);
-    auto& holder = stage.Define<VXSwfDefineSpriteTag>(VXSwfTagFactory::TAG_DEFINESPRITE);
+    auto& holder = stage.GetBuilder().Define<TAG_DEFINESPRITE>();
     holder.PlaceObject(&outline, -1, "", 0, 0, 0, {});
     holder.IncludeShowFrameTags(1, -1);
     stage.Place(holder, 530, 128, {}, "holder");
@@ -71,37 +72,38 @@ void AddExport(DemoStage& stage) {
     stage.Write("attached by its export name", 460, 196, {.widest = 160});
     constexpr int kDepth = 1;
     constexpr int kNumArguments = 3;
-    stage.AddScript(DemoScript()
-                        .Push(kDepth)
-                        .Push("attached")
-                        .Push("badge")
-                        .Push(kNumArguments)
-                        .Push("holder")
-                        .Do(kVXActionGetVariable)
-                        .Push("attachMovie")
-                        .Do(kVXActionCallMethod)
-                        .Do(kVXActionPop));
+    stage.GetBuilder().AddScript(VXActionWriter()
+                                     .Push(kDepth)
+                                     .Push("attached")
+                                     .Push("badge")
+                                     .Push(kNumArguments)
+                                     .Push("holder")
+                                     .Do(kVXActionGetVariable)
+                                     .Push("attachMovie")
+                                     .Do(kVXActionCallMethod)
+                                     .Do(kVXActionPop));
+}
+
+template <enuTagType... Types>
+void AddSpecials(DemoStage& stage) {
+    const unsigned char content[] = {'d', 'e', 'm', 'o'};
+    // There are bytes.
+    (VXIgnore(stage.GetBuilder().Add<Types>().SetSpecificData(content, sizeof content)), ...);
 }
 
 /// What a player carries and does not show.
 void AddUnseen(DemoStage& stage) {
-    auto& data = stage.Define<VXSwfDefineBinaryDataTag>(VXSwfTagFactory::TAG_DEFINEBINARYDATA);
+    auto& data = stage.GetBuilder().Define<TAG_DEFINEBINARYDATA>();
     CVXStreamReadWrite bytes("any bytes", 9);
     VXIgnore(data.SetBinaryData(&bytes));  // there is a stream
 
-    auto& code = stage.Add<VXSwfDoABCTag>(VXSwfTagFactory::TAG_DOABC);
+    auto& code = stage.GetBuilder().Add<TAG_DOABC>();
     auto* copy = new unsigned char[std::size(kByteCode)];
     std::copy(std::begin(kByteCode), std::end(kByteCode), copy);
     code.SetABCData(copy, static_cast<unsigned int>(std::size(kByteCode)));
     code.m_Name = "nothing";
-    stage.Add<VXSwfSymbolClassTag>(VXSwfTagFactory::TAG_SYMBOLCLASS)
-        .AddSymbol("Badge", stage.GetBadge().GetCharacterId());
-    for (unsigned int type = VXSwfTagFactory::TAG_VXSPECIAL1; type <= VXSwfTagFactory::TAG_VXSPECIAL4;
-         ++type) {
-        const unsigned char content[] = {'d', 'e', 'm', 'o'};
-        VXIgnore(stage.Add<VXSwfVXSpecialTag>(static_cast<VXSwfTagFactory::enuTagType>(type))
-                     .SetSpecificData(content, sizeof content));  // there are bytes
-    }
+    stage.GetBuilder().Add<TAG_SYMBOLCLASS>().AddSymbol("Badge", stage.GetBadge().GetCharacterId());
+    AddSpecials<TAG_VXSPECIAL1, TAG_VXSPECIAL2, TAG_VXSPECIAL3, TAG_VXSPECIAL4>(stage);
 
     const char* lines[] = {
         "Inside, and unseen:",

@@ -34,25 +34,25 @@ void AddPath(Shape& shape, VXReal x, VXReal y, short isStroke, const std::vector
 
 /// The four primitives, each in another version of the shape tag.
 void AddPrimitives(DemoStage& stage) {
-    Shape& rectangle = stage.DefineShape(VXSwfTagFactory::TAG_DEFINESHAPE);
+    Shape& rectangle = stage.GetBuilder().Define<TAG_DEFINESHAPE>();
     rectangle.CreateRectangle(0, 0, kWidth, kHeight, Rgb(kRed));
     stage.PlaceInCell(rectangle, 0, 0, "Rectangle");
 
-    Shape& rounded = stage.DefineShape(VXSwfTagFactory::TAG_DEFINESHAPE2);
+    Shape& rounded = stage.GetBuilder().Define<TAG_DEFINESHAPE2>();
     rounded.CreateRoundedRectangle(0, 0, kWidth, kHeight, Rgb(kBlue), 20);
     stage.PlaceInCell(rounded, 1, 0, "Rounded rectangle");
 
-    Shape& triangle = stage.DefineShape();
+    Shape& triangle = stage.GetBuilder().Define<TAG_DEFINESHAPE3>();
     triangle.CreateTriangle(0, kHeight, kWidth / 2, 0, kWidth, kHeight, Rgba(kGreen));
     stage.PlaceInCell(triangle, 2, 0, "Triangle");
 
-    Shape& line = stage.DefineShape();
+    Shape& line = stage.GetBuilder().Define<TAG_DEFINESHAPE3>();
     line.CreateStraightLine(0, 0, kWidth, kHeight, Rgba(kInk), 3);
     stage.PlaceInCell(line, 3, 0, "Straight line, 3 wide");
 }
 
 void AddPaths(DemoStage& stage) {
-    Shape& leaf = stage.DefineShape(VXSwfTagFactory::TAG_DEFINESHAPE4);
+    Shape& leaf = stage.GetBuilder().Define<TAG_DEFINESHAPE4>();
     leaf.SetFillStyle(SolidFill(0x8AB17D));
     leaf.SetLineStyle(Rgba(0x386A20), 2, 0, kVXStrokeSolid, 1, kVXJoinMiter);
     leaf.StartPath(0, 40, 1);  // selects the line, which the fill leaves as it is
@@ -61,7 +61,7 @@ void AddPaths(DemoStage& stage) {
     leaf.SetBounds({0, 0, 120, 80}, 1);
     stage.PlaceInCell(leaf, 0, 1, "Quadratic, outlined");
 
-    Shape& drop = stage.DefineShape();
+    Shape& drop = stage.GetBuilder().Define<TAG_DEFINESHAPE3>();
     drop.SetFillStyle(SolidFill(kBlue));
     AddPath(drop, 60, 0, 0,
             {{2, {65, 20, 95, 24, 95, 48}},
@@ -72,7 +72,7 @@ void AddPaths(DemoStage& stage) {
     drop.SetBounds({25, 0, 95, 80}, 0);
     stage.PlaceInCell(drop, 1, 1, "Cubic curves");
 
-    Shape& frame = stage.DefineShape();
+    Shape& frame = stage.GetBuilder().Define<TAG_DEFINESHAPE3>();
     frame.SetFillStyle(SolidFill(kAmber));
     AddPath(frame, 0, 0, 0, {{0, {120, 0}}, {0, {120, 80}}, {0, {0, 80}}});
     AddPath(frame, 25, 20, 0, {{0, {25, 60}}, {0, {95, 60}}, {0, {95, 20}}});
@@ -81,7 +81,7 @@ void AddPaths(DemoStage& stage) {
     stage.PlaceInCell(frame, 2, 1, "Two paths: a hole");
 
     // The curve closes with a straight edge by itself.
-    Shape& open = stage.DefineShape(VXSwfTagFactory::TAG_DEFINESHAPE4);
+    Shape& open = stage.GetBuilder().Define<TAG_DEFINESHAPE4>();
     open.SetLineStyle(Rgba(kRed), 4, 0, kVXStrokeSolid, 0, kVXJoinRound);
     AddPath(open, 4, 70, 1, {{2, {30, -60, 60, 160, 116, 10}}});
     open.EndShape();
@@ -91,7 +91,7 @@ void AddPaths(DemoStage& stage) {
 
 /// One tile, placed in other ways.
 void AddMatrices(DemoStage& stage) {
-    Shape& tile = stage.DefineShape();
+    Shape& tile = stage.GetBuilder().Define<TAG_DEFINESHAPE3>();
     tile.CreateRectangle(-30, -20, 30, 20, Rgba(kNavy));
     stage.PlaceInCell(tile, 0, 2, "As it is", {}, 60, 40);
 

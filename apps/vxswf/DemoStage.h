@@ -1,12 +1,9 @@
 #pragma once
 
-#include <map>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "DemoAssets.h"
-#include "DemoScript.h"
 #include "vxswf.h"
 
 // Colours of the pages, as 0xRRGGBB.
@@ -56,8 +53,7 @@ public:
     DemoStage(const DemoAssets& assets, unsigned int numPages);
 
     const DemoAssets& GetAssets() const { return m_Assets; }
-    VXFlintFile& GetMovie() { return m_Movie; }
-    IVXSwfIdGenerator& GetIds() { return m_Ids; }
+    VXMovieBuilder& GetBuilder() { return m_Builder; }
 
     /// Takes away what the page before has placed, and places the title and the buttons.
     void BeginPage(const char* title);
@@ -65,23 +61,6 @@ public:
     /// Settles the glyphs of all texts and closes the movie.
     void Finish();
 
-    /// A new tag of the class that code builds for the type, at the end of the movie, which owns it.
-    template <typename Tag>
-    Tag& Add(VXSwfTagFactory::enuTagType type, short limitedClasses = 0) {
-        VXSwfTag* tag = VXSwfTagFactory::CreateTagOfType(type, limitedClasses, 0);
-        m_Movie.IncludeTag(tag, -1);
-        return dynamic_cast<Tag&>(*tag);
-    }
-    /// The same for a character, with an ID of its own.
-    template <typename Tag>
-    Tag& Define(VXSwfTagFactory::enuTagType type) {
-        Tag& tag = Add<Tag>(type);
-        tag.SetCharacterId(m_Ids.GetId(kVXSwfOrdinaryId));
-        return tag;
-    }
-    VXSwfDefineShapeTag& DefineShape(VXSwfTagFactory::enuTagType type = VXSwfTagFactory::TAG_DEFINESHAPE3) {
-        return Define<VXSwfDefineShapeTag>(type);
-    }
     /// A line of static text, its left top at the origin.
     VXSwfDefineTextTag& DefineLine(const std::string& text, const DemoTextStyle& style = {});
     /// All advances together, in pixels.
@@ -92,8 +71,6 @@ public:
     VXSwfDefineEditTextTag& DefineField(int width, int height);
     /// A rounded tile with a triangle on it, its middle at the origin, as a sprite.
     VXSwfDefineSpriteTag& GetBadge();
-    /// The font of a style, which the movie gets at the first call.
-    VXSwfDefineFont2Tag& GetFont(const DemoTextStyle& style);
     /// Tiles of two greys, in the size given, to be seen through what lies on them.
     VXSwfDefineShapeTag& DefineChecks(int width, int height);
 
@@ -108,41 +85,17 @@ public:
                                       const std::string& caption,
                                       const std::vector<VXFlintFilter*>& filters = {}, double dx = 0,
                                       double dy = 0);
-    /// Runs when the frame is entered.
-    void AddScript(const DemoScript& script);
-
-    /// What a button does when it is released, and when a key is pressed; 0 for no key.
-    static void AddAction(VXSwfDefineButton2Tag& button, unsigned int key, const DemoScript& script);
 
 private:
-    /// IDs from 1 on, since the movie begins with none.
-    class Ids : public IVXSwfIdGenerator {
-    public:
-        unsigned short GetId(tVXSwfReservedIDEnum) override { return ++m_LastId; }
-        VXErrorCodeEnum GetId(unsigned short& id, tVXSwfReservedIDEnum reserved) override {
-            id = GetId(reserved);
-            return kVXSuccess;
-        }
-
-    private:
-        unsigned short m_LastId = 0;
-    };
-    struct Line {
-        VXSwfDefineTextTag* tag;
-        VXSwfDefineFont2Tag* font;
-        VXString text;
-    };
-
-    VXString NameOf(const DemoTextStyle& style) const;
-    void AddLabel(const std::string& label);
-    VXSwfDefineButton2Tag& DefineTurn(const char* text, unsigned int key, const DemoScript& script);
+    VXTextStyle StyleOf(const std::string& text, const DemoTextStyle& style) const;
+    VXSwfDefineTextTag& DefineMeasuredLine(const std::string& text, const VXTextStyle& style);
+    VXSwfDefineButton2Tag& DefineTurn(const char* text, unsigned int key, const VXActionWriter& script);
 
     const DemoAssets& m_Assets;
     const unsigned int m_NumPages;
     VXFlintFile m_Movie;
-    Ids m_Ids;
-    std::map<std::tuple<std::string, short, short>, VXSwfDefineFont2Tag*> m_Fonts;
-    std::vector<Line> m_Lines;
+    VXMovieBuilder m_Builder;
+    std::vector<VXSwfDefineTextTag*> m_MeasuredLines;
     std::vector<unsigned short> m_PageDepths;
     VXSwfDefinitionTag* m_Back = nullptr;
     VXSwfDefinitionTag* m_Next = nullptr;

@@ -6,13 +6,13 @@ namespace {
 
 using Shape = VXSwfDefineShapeTag;
 
-constexpr auto kStroked = VXSwfTagFactory::TAG_DEFINESHAPE4;
+constexpr auto kStroked = TAG_DEFINESHAPE4;
 
 /// Each pattern along a line and along a curve.
 void AddPatterns(DemoStage& stage) {
     const char* captions[] = {"Solid", "Dash", "Dot", "Dash dot", "Dash dot dot"};
     for (int style = kVXStrokeSolid; style <= kVXStrokeDashDotDot; ++style) {
-        Shape& stroke = stage.DefineShape(kStroked);
+        Shape& stroke = stage.GetBuilder().Define<kStroked>();
         stroke.SetLineStyle(Rgba(kNavy), 2, 0, static_cast<VXStrokeStyleEnum>(style), 0, kVXJoinRound);
         stroke.StartPath(0, 0, 1);
         stroke.AddStraightEdge(0, 0, 190, 0);
@@ -29,7 +29,7 @@ void AddPatterns(DemoStage& stage) {
 void AddWidths(DemoStage& stage) {
     double top = DemoStage::kTop + 8;
     for (const int width : {1, 2, 4, 8}) {
-        Shape& stroke = stage.DefineShape(kStroked);
+        Shape& stroke = stage.GetBuilder().Define<kStroked>();
         stroke.SetLineStyle(Rgba(kNavy), width, 0, kVXStrokeSolid, 0, kVXJoinRound);
         stroke.StartPath(0, 0, 1);
         stroke.AddStraightEdge(0, 0, 180, 0);
@@ -48,7 +48,7 @@ void AddJoins(DemoStage& stage) {
     } joins[] = {{kVXJoinRound, "Round join"}, {kVXJoinBevel, "Bevel join"}, {kVXJoinMiter, "Miter join"}};
     double left = 370;
     for (const auto& [join, caption] : joins) {
-        Shape& stroke = stage.DefineShape(kStroked);
+        Shape& stroke = stage.GetBuilder().Define<kStroked>();
         stroke.SetLineStyle(Rgba(kBlue), 14, 0, kVXStrokeSolid, 0, join);
         stroke.StartPath(0, 50, 1);
         stroke.AddStraightEdge(0, 50, 30, 0);
@@ -69,7 +69,7 @@ void AddCaps(DemoStage& stage) {
     } caps[] = {{kVXCapNone, "No cap"}, {kVXCapRound, "Round cap"}, {kVXCapSquare, "Square cap"}};
     double top = 312;
     for (const auto& [cap, caption] : caps) {
-        Shape& stroke = stage.DefineShape(kStroked);
+        Shape& stroke = stage.GetBuilder().Define<kStroked>();
         VXFlintLineStyle2 wide;
         wide.Width = 16;
         wide.Color = Rgba(kBlue);

@@ -6,13 +6,6 @@ namespace {
 
 constexpr const char* kSecondFont = "DejaVu Serif";
 
-bool HasFont(const char* name) {
-    VXTYFontPropStruct wanted;
-    wanted.m_FontName = name;
-    BND_NT_NMT::CTYFontDict font;
-    return VXFontPublishManager::GetFontDict(wanted, font);
-}
-
 /// Each line over a rule that is as long as its advances together.
 void AddLines(DemoStage& stage) {
     const struct {
@@ -29,12 +22,12 @@ void AddLines(DemoStage& stage) {
     };
     double top = DemoStage::kTop;
     for (auto [text, style] : lines) {
-        if (style.font != nullptr && !HasFont(style.font)) continue;
+        if (style.font != nullptr && !VXInstalledFonts::Has(style.font)) continue;
         style.size = 24;
         style.widest = 360;
         const VXSwfDefineTextTag& line = stage.DefineLine(text, style);
         stage.Place(line, 20, top);
-        VXSwfDefineShapeTag& rule = stage.DefineShape();
+        VXSwfDefineShapeTag& rule = stage.GetBuilder().Define<TAG_DEFINESHAPE3>();
         rule.CreateRectangle(0, 0, static_cast<int>(std::lround(DemoStage::WidthOf(line))), 2, Rgba(kAmber));
         stage.Place(rule, 20, top + 34);
         top += 52;
@@ -75,7 +68,8 @@ void AddFields(DemoStage& stage) {
     // Its glyphs stand to the left of where they should, so that a margin brings them back. The first line
     // lies an em lower than with another font.
     const char* text = "Embedded glyphs";
-    VXSwfDefineFont2Tag& font = stage.GetFont({});
+    VXSwfDefineFont2Tag& font =
+        *stage.GetBuilder().GetFont({.font = stage.GetAssets().font});  // it is installed
     for (const char* unit = text; *unit != '\0'; ++unit) font.AddGlyphText(static_cast<unsigned char>(*unit));
     VXSwfDefineEditTextTag& embedded = add("In the movie's own font", 44);
     embedded.SetFont(font.GetCharacterId());

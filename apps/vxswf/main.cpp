@@ -10,6 +10,7 @@
 #include "Commands.h"
 #include "Report.h"
 #include "System.h"
+#include "kit/VXVersion.h"
 #include "platform/VXAssert.h"
 
 namespace {
@@ -63,7 +64,7 @@ int main(int argc, char** argv) {
     CLI::App app("Lists, rewrites, merges, unpacks and builds SWF movies.", "vxswf");
     app.formatter(std::make_shared<Formatter>());
     app.require_subcommand(1);
-    app.set_version_flag("--version", "vxswf " VXSWF_VERSION);
+    app.set_version_flag("--version", std::string("vxswf ") + VXGetVersionText());
     app.footer(
         "vxswf COMMAND --help tells of one command, with examples.\n"
         "Exit code: 0 done, 1 the library reported a failure, 2 wrong usage or an unusable file.");
