@@ -1,58 +1,28 @@
-// Builds a movie from nothing: a header, two settings, a shape on the stage, and a second of frames.
+// Builds a movie from nothing: a card that is a button, a line of text, and what a click does.
 //
 //     build_movie OUT.swf
+#include <vxswf.h>
 
 #include <iostream>
 
-#include "vxswf.h"
-
-namespace {
-
-constexpr unsigned short kFramesPerSecond = 24;
-
-/// A new tag at the end of the movie, which owns it from then on.
-template <typename Tag>
-Tag* Append(VXFlintFile& movie, VXSwfTagFactory::enuTagType type) {
-    VXSwfTag* tag = VXSwfTagFactory::CreateTagOfType(type, 0, 0);
-    movie.IncludeTag(tag, -1);
-    return dynamic_cast<Tag*>(tag);
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::cerr << "usage: build_movie OUT.swf\n";
-        return 2;
-    }
+    const VXTypeEngineSession engine;  // for the text
     VXFlintFile movie;
-    movie.SetFlintVersion(9);
-    movie.SetCompression(1);
-    movie.SetWidth(320);
-    movie.SetHeight(240);
-    movie.SetFrameRate(kFramesPerSecond);
-    movie.SetFrameCount(kFramesPerSecond);  // the header's own number: nobody counts the frames for it
+    VXMovieBuilder builder(movie, 320, 240);
+    builder.SetBackground(VXFlintRGB(0x20, 0x60, 0xA0, 0, 0));
 
-    auto* attributes = Append<VXSwfFileAttributesTag>(movie, VXSwfTagFactory::TAG_FILEATTRIBUTES);
-    attributes->SetNetworkAccess(0);
-    attributes->SetHasAS3(1);
-    auto* background = Append<VXSwfSetBackgroundColorTag>(movie, VXSwfTagFactory::TAG_SETBACKGROUNDCOLOR);
-    background->SetRGBColor(VXFlintRGB(0x20, 0x60, 0xA0, 0, 0));
+    const VXTextStyle style{.font = "DejaVu Sans", .size = 24, .color = VXFlintRGB(0xF4, 0xF1, 0xE8, 1, 255)};
+    builder.Place(builder.DefineText("Click the card", style, VXTextAlign::kCenter, 320), 0, 20);
+    auto& card = builder.Define<TAG_DEFINESHAPE3>();
+    card.CreateRoundedRectangle(0, 0, 160, 120, VXFlintRGB(0xF4, 0xF1, 0xE8, 1, 255), 16);
+    VXSwfDefineButton2Tag* button = builder.DefineButton(&card, &card, &card);
+    builder.AddAction(button, VXActionWriter().CallMethod("_root", "nextFrame").Do(kVXActionPop));
+    builder.Place(button, 80, 80);
+    builder.Stop();
+    builder.ShowFrame();
+    builder.Place(builder.DefineText("Thank you", style, VXTextAlign::kCenter, 320), 0, 120);
 
-    // What is shown is defined first, under an ID of its own, and then placed. Version 3 has colours with
-    // alpha.
-    auto* card = Append<VXSwfDefineShapeTag>(movie, VXSwfTagFactory::TAG_DEFINESHAPE3);
-    card->SetCharacterId(1);
-    card->CreateRoundedRectangle(0, 0, 160, 120, VXFlintRGB(0xF4, 0xF1, 0xE8, 1, 255), 16);
-    movie.PlaceObject(card, -1, VXString("card"), 80.0, 60.0, 0, {});  // at the next free depth
-    movie.IncludeShowFrameTags(kFramesPerSecond, -1);
-
-    CVXStreamReadWrite out(argv[1], CVXStreamReadWrite::kCreateOrEmpty);
-    out.SetMode(IVXStream::kWrite);
-    if (const VXErrorCodeEnum result = movie.DumpToStream(&out); result != kVXSuccess) {
-        std::cerr << argv[1] << " cannot be written: " << result << '\n';
-        return 1;
-    }
-    out.Flush();
-    return out.GetStreamState() == kVXStreamFailed ? 1 : 0;
+    if (builder.Save(argc > 1 ? argv[1] : "first.swf") == kVXSuccess) return 0;
+    std::cerr << builder.GetErrorText() << '\n';
+    return 1;
 }

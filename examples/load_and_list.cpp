@@ -11,10 +11,10 @@ int main(int argc, char** argv) {
         std::cerr << "usage: load_and_list IN.swf\n";
         return 2;
     }
-    CVXStreamReadWrite in(argv[1], CVXStreamReadWrite::kOpenExisting);
     VXFlintFile movie;
-    if (const VXErrorCodeEnum result = movie.LoadFromStream(&in); result != kVXSuccess) {
-        std::cerr << argv[1] << " does not load: " << result << '\n';
+    VXMovieIO files;
+    if (files.Load(movie, argv[1]) != kVXSuccess) {
+        std::cerr << files.GetErrorText() << '\n';
         return 1;
     }
 

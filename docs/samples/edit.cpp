@@ -4,7 +4,7 @@
 #include <iterator>
 #include <memory>
 
-#include "kit.h"
+#include "expect.h"
 
 namespace {
 
@@ -66,7 +66,8 @@ std::unique_ptr<VXSwfTag, void (*)(VXSwfTag*)> TakeFirst(VXFlintFile& movie,
 int main(int argc, char** argv) {
     Expect(argc == 3, "a movie and a place for the result are given");
     VXFlintFile movie;
-    Expect(Load(movie, argv[1]), "the movie loads");
+    VXMovieIO files;
+    Expect(files.Load(movie, argv[1]) == kVXSuccess, "the movie loads");
     const unsigned int numTags = movie.GetNumTags();
 
     ChangeHeader(movie);
@@ -79,9 +80,9 @@ int main(int argc, char** argv) {
     Expect(TakeFirst(movie, VXSwfTagFactory::TAG_SHOWFRAME) != nullptr, "a tag can be taken out");
     Expect(movie.GetNumTags() == numTags - 1, "and two less");
 
-    Expect(Write(movie, argv[2]), "the movie can be written");
+    Expect(files.Save(movie, argv[2]) == kVXSuccess, "the movie can be saved");
     VXFlintFile loaded;
-    Expect(Load(loaded, argv[2]), "the movie loads");
+    Expect(files.Load(loaded, argv[2]) == kVXSuccess, "the movie loads");
     Expect(loaded.GetFrameRate() == 30 && loaded.GetWidth() == 640, "the header is new");
     const auto place = loaded.FindNthTagOfType(VXSwfTagFactory::TAG_PLACEOBJECT2, 1);
     Expect(dynamic_cast<VXSwfPlaceObject2Tag&>(**place).GetMatrix().TranslateX == 25.0, "the card has moved");

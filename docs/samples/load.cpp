@@ -6,21 +6,25 @@
 #include <utility>
 #include <vector>
 
-#include "kit.h"
+#include "expect.h"
 
 namespace {
 
 bool LoadFile(VXFlintFile& movie, const char* path) {
-    CVXStreamReadWrite in(path, CVXStreamReadWrite::kOpenExisting);
-    if (in.Open() == 0) {
-        std::cerr << path << " cannot be opened\n";
-        return false;
-    }
-    if (const VXErrorCodeEnum code = movie.LoadFromStream(&in); code != kVXSuccess) {
-        std::cerr << path << " is damaged (" << code << "); " << movie.GetNumTags() << " tags were read\n";
-        return false;
-    }
-    return true;
+    VXMovieIO files;
+    if (files.Load(movie, path) == kVXSuccess) return true;
+    std::cerr << files.GetErrorText() << '\n';  // the file, the place in it, the reason
+    return false;
+}
+
+/// Stops a load when the user does.
+bool LoadWithProgress(VXFlintFile& movie, const char* path, const bool& isCancelled) {
+    VXMovieIO files;
+    files.SetProgress([&](std::uint64_t done, std::uint64_t all) {
+        std::cout << done << " of " << all << " bytes\n";
+        return !isCancelled;
+    });
+    return files.Load(movie, path) == kVXSuccess;
 }
 
 bool LoadBytes(VXFlintFile& movie, const std::vector<unsigned char>& bytes) {
@@ -59,11 +63,16 @@ unsigned int CountBytecode(const VXFlintFile& movie) {
     return size;
 }
 
-/// For a host that looks at placements alone and wants everything else to come out as it came in.
-bool LoadRaw(VXFlintFile& movie, const char* path) {
-    CVXStreamReadWrite in(path, CVXStreamReadWrite::kOpenExisting);
-    movie.SetParsingMode(1);  // placements of type 26, sprites and file attributes are parsed; nothing else
-    return movie.LoadFromStream(&in) == kVXSuccess;
+/// Nothing is parsed but what is asked for, so that all else comes out as it came in.
+bool FadePlacements(const char* from, const char* to) {
+    VXWholeMovie movie;
+    VXMovieIO files;
+    if (files.Load(movie, from) != kVXSuccess) return false;
+    for (auto place = movie.begin(); place != movie.end(); ++place) {
+        if ((*place)->GetTagType() != TAG_PLACEOBJECT2 || movie.Parse(place) != kVXSuccess) continue;
+        dynamic_cast<VXSwfPlaceObject2Tag&>(**place).SetAlpha(128);
+    }
+    return files.Save(movie, to) == kVXSuccess;
 }
 
 }  // namespace
@@ -77,8 +86,11 @@ int main(int argc, char** argv) {
         const bool hasBytecode = movie.FindNthTagOfType(VXSwfTagFactory::TAG_DOABC, 1) !=
                                  movie.end();  // four bytes, in scripts.swf
         Expect(CountBytecode(movie) == (hasBytecode ? 4u : 0u), "bytecode is what follows flags and name");
-        VXFlintFile raw;
-        Expect(LoadRaw(raw, argv[i]) && raw.GetNumTags() == movie.GetNumTags(), "raw tags are as many");
+        Expect(FadePlacements(argv[i], "faded.swf"), "a movie of bytes is saved");
+        VXFlintFile faded;
+        Expect(LoadFile(faded, "faded.swf") && faded.GetNumTags() == movie.GetNumTags(), "tags are as many");
+        VXFlintFile stopped;
+        Expect(!LoadWithProgress(stopped, argv[i], true), "a load can be stopped");
     }
 
     VXFlintFile damaged;

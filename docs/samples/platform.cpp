@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "kit.h"
+#include "expect.h"
 
 namespace {
 
@@ -102,7 +102,7 @@ void BuildInThreads() {
     for (std::thread& thread : threads) {
         thread = std::thread([] {
             VXFlintFile movie;
-            Begin(movie);
+            VXMovieBuilder builder(movie, 320, 240);
             movie.IncludeShowFrameTags(100, -1);
             HostStream out;
             out.SetMode(IVXStream::kWrite);
@@ -118,7 +118,7 @@ int main() {
     HostStream stream;
     for (const short compressed : {short{0}, short{1}}) {
         VXFlintFile movie;
-        Begin(movie);
+        VXMovieBuilder builder(movie, 320, 240);
         movie.SetCompression(compressed);
         movie.IncludeShowFrameTags(1, -1);
         stream.SetMode(IVXStream::kWrite);

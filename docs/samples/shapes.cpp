@@ -1,18 +1,18 @@
 // Shapes: whole ones in one call, drawn ones, and the ways to fill them.
 #include <cmath>
 
-#include "kit.h"
+#include "expect.h"
 
 namespace {
 
-void AddWholeShapes(VXFlintFile& movie, Ids& ids) {
+void AddWholeShapes(VXMovieBuilder& builder) {
     const VXFlintRGB red(0xC4, 0x4E, 0x3A, 1, 255);
-    auto& card = Define<VXSwfDefineShapeTag>(movie, ids, VXSwfTagFactory::TAG_DEFINESHAPE3);
+    auto& card = builder.Define<TAG_DEFINESHAPE3>();
     card.CreateRoundedRectangle(0, 0, 80, 60, red, 14);  // left, top, right, bottom, colour, radius
-    movie.PlaceObject(&card, -1, VXString("card"), 20.0, 20.0, 0, {});
+    builder.Place(card, 20.0, 20.0, "card");
 }
 
-void AddGradient(VXFlintFile& movie, Ids& ids) {
+void AddGradient(VXMovieBuilder& builder) {
     VXFlintFillStyle fill;
     fill.FillStyleType = kVXFillLinearGradient;
     // The gradient lies on a square of 1638.4 pixels about the origin. A scale of 1.0 is 65536.
@@ -26,17 +26,17 @@ void AddGradient(VXFlintFile& movie, Ids& ids) {
     fill.Gradient.GradientRecords[1].Color = VXFlintRGB(0x1D, 0x35, 0x57, 1, 255);
     fill.SetAlpha(1);
 
-    auto& square = Define<VXSwfDefineShapeTag>(movie, ids, VXSwfTagFactory::TAG_DEFINESHAPE3);
+    auto& square = builder.Define<TAG_DEFINESHAPE3>();
     square.CreateRectangleWithFillStyle(0, 0, 80, 80, fill);
-    movie.PlaceObject(&square, -1, VXString(), 120.0, 20.0, 0, {});
+    builder.Place(square, 120.0, 20.0);
 }
 
-void AddLeaf(VXFlintFile& movie, Ids& ids) {
+void AddLeaf(VXMovieBuilder& builder) {
     VXFlintFillStyle green;  // solid unless told otherwise
     green.Color = VXFlintRGB(0x8A, 0xB1, 0x7D, 1, 255);
     const VXFlintRGB stroke(0x38, 0x6A, 0x20, 1, 255);
 
-    auto& leaf = Define<VXSwfDefineShapeTag>(movie, ids, VXSwfTagFactory::TAG_DEFINESHAPE4);
+    auto& leaf = builder.Define<TAG_DEFINESHAPE4>();
     leaf.SetFillStyle(green);
     leaf.SetLineStyle(stroke, 2, 0, kVXStrokeSolid, 1, kVXJoinRound);
     leaf.StartPath(0, 40, 1);                             // selects the line
@@ -47,7 +47,7 @@ void AddLeaf(VXFlintFile& movie, Ids& ids) {
     leaf.EndPath();  // closes it
     leaf.EndShape();
     leaf.SetBounds(VXRect{0, 10, 100, 90}, 1);  // of the edges; the stroke reaches a pixel further
-    movie.PlaceObject(&leaf, -1, VXString(), 220.0, 20.0, 0, {});
+    builder.Place(leaf, 220.0, 20.0);
 }
 
 /// Whether every edge has both the fill and the line, and the edges lead from the last move back to it.
@@ -77,14 +77,13 @@ bool IsOutlinedOnce(const VXFlintShapeRecords& outline) {
 
 int main() {
     VXFlintFile movie;
-    Ids ids;
-    Begin(movie);
-    AddWholeShapes(movie, ids);
-    AddGradient(movie, ids);
-    AddLeaf(movie, ids);
+    VXMovieBuilder builder(movie, 320, 240);
+    AddWholeShapes(builder);
+    AddGradient(builder);
+    AddLeaf(builder);
 
     VXFlintFile loaded;
-    Finish(movie, "shapes.swf", loaded);
+    SaveAndLoad(builder, "shapes.swf", loaded);
     const auto* square = dynamic_cast<VXSwfDefineShapeTag*>(loaded.FindTagByID(2));
     Expect(square != nullptr && square->ShapeWithStyle.FillStyles.FillStyles.size() == 1 &&
                square->ShapeWithStyle.FillStyles.FillStyles[0].Gradient.GradientRecords.size() == 2,

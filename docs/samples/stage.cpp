@@ -1,31 +1,39 @@
 // The timeline: a sprite, placements and what can be said of them, labels, exports.
-#include "kit.h"
+#include "expect.h"
 
 namespace {
 
-VXSwfDefineSpriteTag& AddSprite(VXFlintFile& movie, Ids& ids) {
+VXSwfDefineSpriteTag& AddSprite(VXMovieBuilder& builder) {
+    builder.BeginSprite();
     // A sprite defines nothing itself: what it shows is defined by the movie, in front of it.
-    auto& dot = Define<VXSwfDefineShapeTag>(movie, ids, VXSwfTagFactory::TAG_DEFINESHAPE3);
+    auto& dot = builder.Define<TAG_DEFINESHAPE3>();
     dot.CreateRectangle(0, 0, 20, 20, VXFlintRGB(0x3A, 0x7C, 0xA5, 1, 255));
-
-    auto& sprite = Define<VXSwfDefineSpriteTag>(movie, ids, VXSwfTagFactory::TAG_DEFINESPRITE);
-    sprite.PlaceObject(&dot, -1, VXString("dot"), 0.0, 0.0, 1, {});
-    sprite.IncludeShowFrameTags(1, -1);
-    // The same object, moved: no character, and the flag.
-    sprite.PlaceObject(0, -1, VXString(), 10.0, 0.0, 1, {})->SetMoveFlag(1);
-    sprite.IncludeShowFrameTags(1, -1);
-    return sprite;
+    const unsigned short depth = builder.Place(dot, 0, 0, "dot")->GetDepth();
+    builder.ShowFrame();
+    auto& move = builder.Add<TAG_PLACEOBJECT2>();  // the same object, moved: no character, and the flag
+    VXFlintMatrix matrix;
+    matrix.Translate(10.0, 0.0);
+    move.SetMatrix(matrix);
+    move.SetDepth(depth, 0);
+    move.SetMoveFlag(1);
+    builder.ShowFrame();
+    return *builder.EndSprite();
 }
 
-void PlaceWithShadow(VXFlintFile& movie, VXSwfDefinitionTag& character) {
+void PlaceWithScript(VXMovieBuilder& builder, const VXSwfDefineSpriteTag& sprite) {
+    const VXActionWriter script = VXActionWriter().CallMethod("this", "gotoAndStop", 1).Do(kVXActionPop);
+    builder.AddEvent(builder.Place(sprite, 200, 40), &VXFlintClipEventFlags::ClipEventPress, script);
+}
+
+void PlaceWithShadow(VXMovieBuilder& builder, const VXSwfTag& character) {
     const VXColor dark(0x00202020);
     // Blur x and y in pixels, angle in degrees, distance in pixels, strength, inner, knockout, drawn, passes.
     auto* shadow = new VXFlintFilterShadow(dark, 4, 4, 45, 3, 255, false, false, true, 1);
-    movie.PlaceObject(&character, -1, VXString("shaded"), 40.0, 40.0, 0, {shadow});  // takes the filter over
+    builder.Place(character, 40, 40, "shaded", 0, {shadow});  // takes the filter over
 }
 
-void PlaceTurnedAndFaded(VXFlintFile& movie, VXSwfDefinitionTag& character) {
-    VXSwfPlaceObject2Tag* placement = movie.PlaceObject(&character, -1, VXString(), 0.0, 0.0, 0, {});
+void PlaceTurnedAndFaded(VXMovieBuilder& builder, const VXSwfTag& character) {
+    VXSwfPlaceObject2Tag* placement = builder.Place(character, 0.0, 0.0);
     VXFlintMatrix matrix;
     matrix.ToUnitMatrix();
     matrix.Rotate(30.0);
@@ -39,17 +47,17 @@ void PlaceTurnedAndFaded(VXFlintFile& movie, VXSwfDefinitionTag& character) {
 }
 
 /// A tag without a class of its own is built from its bytes.
-void AddLabel(VXFlintFile& movie) {
-    const unsigned char label[] = {0xC6, 0x0A, 's', 't', 'a', 'r', 't', 0};  // type 43, 6 bytes
+void AddProtection(VXFlintFile& movie) {
+    const unsigned char protect[] = {0x00, 0x06};  // type 24, no bytes
     VXBitStream bytes;
-    bytes.LoadFromAllocedMem(label, sizeof label);
-    VXSwfTag* tag = VXSwfTagFactory::CreateTagOfType(VXSwfTagFactory::TAG_FRAMELABEL, 0, 0);
+    bytes.LoadFromAllocedMem(protect, sizeof protect);
+    VXSwfTag* tag = VXSwfTagFactory::CreateTagOfType(TAG_PROTECT, 0, 0);
     VXIgnore(tag->LoadFromStream(bytes));  // the bytes are all there
     movie.IncludeTag(tag, -1);
 }
 
-void Export(VXFlintFile& movie, const VXSwfDefinitionTag& character, const VXString& name) {
-    auto& exports = Add<VXSwfExportAssetsTag>(movie, VXSwfTagFactory::TAG_EXPORTASSETS);
+void Export(VXMovieBuilder& builder, const VXSwfDefinitionTag& character, const VXString& name) {
+    auto& exports = builder.Add<TAG_EXPORTASSETS>();
     if (exports.AddCharacterIdnName(character.GetCharacterId(), name) != kVXSuccess)
         return;  // the table is full
 }
@@ -58,16 +66,17 @@ void Export(VXFlintFile& movie, const VXSwfDefinitionTag& character, const VXStr
 
 int main() {
     VXFlintFile movie;
-    Ids ids;
-    Begin(movie);
-    auto& sprite = AddSprite(movie, ids);
-    PlaceWithShadow(movie, sprite);
-    PlaceTurnedAndFaded(movie, sprite);
-    AddLabel(movie);
-    Export(movie, sprite, "blinker");
+    VXMovieBuilder builder(movie, 320, 240);
+    auto& sprite = AddSprite(builder);
+    PlaceWithShadow(builder, sprite);
+    PlaceTurnedAndFaded(builder, sprite);
+    PlaceWithScript(builder, sprite);
+    builder.AddLabel("start");
+    AddProtection(movie);
+    Export(builder, sprite, "blinker");
 
     VXFlintFile loaded;
-    Finish(movie, "stage.swf", loaded);
+    SaveAndLoad(builder, "stage.swf", loaded);
     Expect(loaded.FindSpriteIdByExportName("blinker") == 2, "the export is found by its name");
     const auto* copy = dynamic_cast<VXSwfDefineSpriteTag*>(loaded.FindTagByID(2));
     Expect(copy != nullptr && copy->GetNumShowFrameTags() == 2, "the sprite has two frames");
