@@ -106,7 +106,8 @@ void VXMovieBuilder::TakeOver() {
 }
 
 void VXMovieBuilder::Fail(std::string text) {
-    if (m_ErrorText.empty()) m_ErrorText = std::move(text);
+    if (!m_HasFailed) m_ErrorText = std::move(text);
+    m_HasFailed = true;
 }
 
 VXSwfTagSet& VXMovieBuilder::GetTimeline() {
@@ -177,8 +178,9 @@ VXSwfDefineSoundTag* VXMovieBuilder::DefineSound(IVXStream& mp3) {
         Fail("what is given as an MP3 has no frame of one");
         return nullptr;
     }
-    AddCharacter(sound.get());
-    return sound.release();
+    VXSwfDefineSoundTag* made = sound.release();
+    AddCharacter(made);
+    return made;
 }
 
 VXSwfDefineButton2Tag* VXMovieBuilder::DefineButton(const VXSwfTag* up, const VXSwfTag* over,
@@ -208,12 +210,13 @@ VXSwfDefineButton2Tag* VXMovieBuilder::DefineTextButton(const VXString& text, co
         tile.CreateRoundedRectangle(0, 0, width, height, color, kRadius);
         *face++ = &tile;
     }
+    const double x = (width - MeasureText(text, style)) / 2;
     VXSwfDefineButton2Tag* button = DefineButton(faces[0], faces[1], faces[2]);
     auto* record = new VXFlintButtonRecord;
     record->StateUp = record->StateOver = record->StateDown = 1;
     record->CharacterId = label->GetCharacterId();
     record->PlaceDepth = 2;
-    record->Matrix.Translate((width - MeasureText(text, style)) / 2, (height - label->m_Bounds.YMax) / 2);
+    record->Matrix.Translate(x, (height - label->m_Bounds.YMax) / 2);
     button->AddButtonRecord(record);
     return button;
 }
@@ -342,13 +345,13 @@ VXErrorCodeEnum VXMovieBuilder::Finish() {
     if (numFrames > 65535) Fail("the movie has more than 65535 frames");
     m_Movie.SetFrameCount(static_cast<unsigned short>(numFrames));
     SettleTexts();
-    return m_ErrorText.empty() ? kVXSuccess : kVXFailure;
+    return m_HasFailed ? kVXFailure : kVXSuccess;
 }
 
 VXErrorCodeEnum VXMovieBuilder::Save(const std::string& path) {
     VX_RETURN_IF_FAILED(Finish());
     VXMovieIO files;
     const VXErrorCodeEnum code = files.Save(m_Movie, path);
-    if (code != kVXSuccess) Fail(files.GetErrorText());
+    m_ErrorText = files.GetErrorText();  // of this save alone: the next may go elsewhere
     return code;
 }

@@ -77,8 +77,8 @@ public:
     // Characters.
 
     /// Lines of text, their left top at the origin. Within `width`, or the widest line, they are aligned. The
-    /// baseline of a line is as far below its top as its greatest size. Null for a font that is not installed;
-    /// the reason names the nearest ones.
+    /// baseline of a line is as far below its top as its greatest size. At most
+    /// 1450 pixels wide and high. Null for a font that is not installed; the reason names the nearest ones.
     VXSwfDefineTextTag* DefineText(const std::vector<VXTextRun>& runs, VXTextAlign align = VXTextAlign::kLeft,
                                    double width = 0);
     VXSwfDefineTextTag* DefineText(const VXString& text, const VXTextStyle& style,
@@ -142,7 +142,7 @@ public:
     VXErrorCodeEnum Finish();
     /// The same, and saves the movie as `VXMovieIO` does.
     VXErrorCodeEnum Save(const std::string& path);
-    /// The first thing that went wrong; empty when nothing did.
+    /// The first thing that could not be made, else why the last save failed; empty when all went well.
     const std::string& GetErrorText() const { return m_ErrorText; }
 
 private:
@@ -178,4 +178,5 @@ private:
     std::map<std::tuple<VXString, bool, bool>, VXSwfDefineFont2Tag*> m_Fonts;
     std::vector<Text> m_Texts;
     std::string m_ErrorText;
+    bool m_HasFailed = false;  // and nothing can be saved any more
 };

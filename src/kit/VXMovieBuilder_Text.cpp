@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <utility>
 
 #include "kit/VXInstalledFonts.h"
@@ -10,7 +11,8 @@ namespace {
 
 constexpr double kEm = 1024;              // units of an instance
 constexpr std::size_t kLongestRun = 255;  // glyphs
-constexpr int kFurthest = 32767;          // twips
+constexpr double kLineHeight = 1.25;      // of the greatest size in a line
+constexpr int kFurthest = 29000;  // twips: places have 15 bits, and the glyphs stand apart from theirs
 
 /// Glyphs stand a tenth of the em further left than their advances say.
 int GlyphShift(unsigned short size) { return size * 2; }
@@ -41,7 +43,7 @@ struct Piece {
 
 struct Line {
     std::vector<Piece> pieces;
-    int width = 0;            // twips
+    std::int64_t width = 0;   // twips
     unsigned short size = 0;  // the greatest
 };
 
@@ -57,9 +59,9 @@ bool IsClear(const VXTextStyle& style) { return style.color.UseAlpha != 0 && sty
 
 double VXMovieBuilder::MeasureText(const VXString& text, const VXTextStyle& style) {
     Ruler ruler(style);
-    int twips = 0;
+    double twips = 0;
     for (const char16_t unit : text) twips += ruler.Measure(unit);
-    return twips / 20.0;
+    return twips / 20;
 }
 
 VXSwfDefineFont2Tag* VXMovieBuilder::GetFont(const VXTextStyle& style) {
@@ -113,10 +115,17 @@ VXSwfDefineTextTag* VXMovieBuilder::DefineText(const std::vector<VXTextRun>& run
         }
     }
 
-    int widest = 0;
-    for (const Line& line : lines) widest = std::max(widest, line.width);
-    const int room =
-        width > 0 ? static_cast<int>(std::lround(std::min(width * 20, double{kFurthest}))) : widest;
+    std::int64_t widest = 0;
+    double height = 0;
+    for (const Line& line : lines) {
+        widest = std::max(widest, line.width);
+        height += line.size * kLineHeight;
+    }
+    if (widest > kFurthest || std::max(width, height) * 20 > kFurthest) {
+        Fail("a text is wider or higher than 1450 pixels");
+        return nullptr;
+    }
+    const int room = static_cast<int>(width > 0 ? std::lround(width * 20) : widest);
     const bool hasAlpha =
         std::any_of(runs.begin(), runs.end(), [](const VXTextRun& run) { return IsClear(run.style); });
     auto& tag = hasAlpha ? Define<TAG_DEFINETEXT2>() : Define<TAG_DEFINETEXT>();
@@ -127,16 +136,12 @@ VXSwfDefineTextTag* VXMovieBuilder::DefineText(const std::vector<VXTextRun>& run
     int greatest = 0;
     unsigned short size = 0;
     for (Line& line : lines) {
-        const int slack = room - line.width;
+        const int slack = room - static_cast<int>(line.width);
         int x = align == VXTextAlign::kLeft ? 0 : align == VXTextAlign::kRight ? slack : slack / 2;
         const int baseline = static_cast<int>(std::lround((top + line.size) * 20));
-        if (x + line.width > kFurthest || x < -kFurthest || baseline > kFurthest) {
-            Fail("a text is wider or higher than 1638 pixels");
-            break;
-        }
         left = std::min(left, x);
         size = std::max(size, line.size);
-        top += line.size * 1.25;
+        top += line.size * kLineHeight;
         for (Piece& piece : line.pieces) {
             if (piece.text.empty()) continue;
             VXSwfTextStyleChangeRecord run;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -36,9 +38,16 @@ fs::path FollowLinks(fs::path path) {
 
 /// A name in the same directory that nobody guesses.
 fs::path NameBeside(const fs::path& place) {
-    std::random_device random;
-    char digits[20];
-    std::snprintf(digits, sizeof digits, ".%08x%08x", random(), random());
+    const auto now =
+        static_cast<unsigned long long>(std::chrono::steady_clock::now().time_since_epoch().count());
+    unsigned int random = 0;
+    try {
+        random = std::random_device()();
+    } catch (const std::exception&) {
+        // There is no source of such numbers; the time is left.
+    }
+    char digits[40];
+    std::snprintf(digits, sizeof digits, ".%08x%llx", random, now);
     fs::path beside = place;
     beside.replace_filename(digits);
     beside += ".tmp";
@@ -173,6 +182,7 @@ VXErrorCodeEnum VXMovieIO::Save(VXFlintFile& movie, const std::string& path) {
                       static_cast<std::streamsize>(memory.GetMemorySize()));
             return old.flush() ? kVXSuccess : FailForSystem(path, "cannot be written");
         }
+        old.close();  // systems differ in what may be renamed over an open file
     }
     Beside beside;
     const fs::path name = NameBeside(place);
