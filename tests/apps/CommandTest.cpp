@@ -475,8 +475,7 @@ TEST_F(Command, DemoRefusesWhatIsNotWhatItClaims) {
 TEST_F(Command, ExamplesRun) {
     const std::string at = "PATH='" VXSWF_EXAMPLES "'; ";
     ExpectRun(at + "build_movie a.swf && merge_movies a.swf a.swf b.swf");
-    EXPECT_EQ(Run(at + "load_and_list a.swf").out.substr(0, 40),
-              "320 x 240 pixels, 2 frames, 24 a second\n");
+    EXPECT_EQ(Run(at + "load_and_list a.swf").out.substr(0, 40), "320 x 240 pixels, 2 frames, 24 a second\n");
     ExpectRun(at + "load_and_list b.swf | /bin/grep -q 'TAG_DEFINESPRITE(39) - Id=11'");
 }
 #endif
