@@ -1,7 +1,7 @@
 // Movies as they came: a copy of every byte, one text changed, one movie put into another.
 //
 //     whole MOVIE.swf TEXTS.swf OUT.swf
-#include "kit.h"
+#include "expect.h"
 
 namespace {
 
