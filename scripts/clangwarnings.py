@@ -16,13 +16,13 @@ import sys
 
 
 def clang_arguments(entry):
-    """The compiler's own words, behind the launcher and the compiler, without what names an output."""
+    """The compiler's own words, behind the launcher and the compiler, without outputs and precompiled headers."""
     words = shlex.split(entry["command"])
     words = words[next(i for i, word in enumerate(words) if word.startswith("-")):]
     kept = []
     rest = iter(words)
     for word in rest:
-        if word == "-o":
+        if word in ("-o", "-include"):
             next(rest)
         elif word != "-c":
             kept.append(word)

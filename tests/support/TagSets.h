@@ -30,9 +30,6 @@ inline void LoadTags(VXSwfTagSet& set, const Bytes& tags, unsigned int parsingMo
 /// A name as it stands on the wire.
 inline Bytes Text(const char* text) { return {text, text + std::char_traits<char>::length(text) + 1}; }
 
-inline Bytes DumpOf(VXSwfTagSet& set) { return BytesOfRecord(set); }
-inline Bytes DumpOf(VXFlintFile& movie) { return BytesOfRecord(movie); }
-
 inline std::vector<unsigned int> TypesOf(const VXSwfTagSet& set) {
     std::vector<unsigned int> types;
     for (const VXSwfTag* tag : set) types.push_back(tag->GetTagType());

@@ -50,12 +50,6 @@ TagPtr LoadTag(const Bytes& bytes, unsigned char version) {
     return tag;
 }
 
-Bytes DumpOf(VXSwfTag& tag) {
-    VXBitStream out;
-    EXPECT_EQ(tag.DumpToStream(out), kVXSuccess);
-    return BytesOf(out);
-}
-
 void SweepTag(const std::string& what, const Bytes& in, const Bytes& out, unsigned char version) {
     SCOPED_TRACE(what);
     const TagPtr tag = LoadTag(in, version);

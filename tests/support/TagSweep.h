@@ -41,8 +41,11 @@ Bytes BytesOfRecord(Record&& record) {
 
 /// Loads `bytes`, header and body, into a tag of the class that a file gives to the type.
 TagPtr LoadTag(const Bytes& bytes, unsigned char version = 8);
-/// What a dump of `tag` writes.
-Bytes DumpOf(VXSwfTag& tag);
+/// What a dump of a tag, a tag set or a movie writes.
+template <typename Dumped>
+Bytes DumpOf(Dumped& dumped) {
+    return BytesOfRecord(dumped);
+}
 
 /// Calls `survive` with `bytes` cut short behind every byte, in a copy of its own size so that a read behind
 /// the end is seen, and with every bit flipped.
