@@ -1,20 +1,11 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <png.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <cstdlib>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
-#include <set>
-#include <string>
 
-#include "support/Bytes.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,10 +1,4 @@
-#include "binding/BNDInitialize.h"
-
-#include <gtest/gtest.h>
-
-#include <string_view>
-
-#include "binding/BNDTypeEngine.h"
+#include "support/Test.h"
 
 using namespace BND_NT_NMT;
 

@@ -1,11 +1,4 @@
-#include "binding/BNDTypeEngine.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <string_view>
-
-#include "binding/BNDInitialize.h"
+#include "support/Test.h"
 #include "typeengine/EngineFixture.h"
 
 using namespace BND_NT_NMT;

@@ -1,10 +1,7 @@
-#include "bitstream/VXBitRun_p.h"
-
-#include <gtest/gtest.h>
-
 #include <random>
 
-#include "support/Bytes.h"
+#include "bitstream/VXBitRun_p.h"
+#include "support/Test.h"
 
 TEST(VXBitRun, WritesWhatTheFieldsAloneWouldWrite) {
     std::mt19937 engine(11);

@@ -1,12 +1,4 @@
-#include "bitstream/VXBitStream.h"
-
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <functional>
-#include <limits>
-
-#include "support/Bytes.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,13 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <memory>
-#include <string>
-
-#include "bitstream/VXBitStream.h"
-#include "platform/CVXTempFileStreamReadWrite.h"
-#include "platform/VXAssert.h"
-#include "support/Bytes.h"
+#include "support/Test.h"
 
 namespace {
 

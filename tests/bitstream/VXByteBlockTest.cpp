@@ -1,9 +1,4 @@
-#include "bitstream/VXByteBlock.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <utility>
+#include "support/Test.h"
 
 #include "bitstream/VXPool.h"
 

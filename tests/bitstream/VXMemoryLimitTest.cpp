@@ -1,11 +1,5 @@
 #include "bitstream/VXMemoryLimit_p.h"
-
-#include <gtest/gtest.h>
-
-#include <new>
-#include <vector>
-
-#include "bitstream/VXPool.h"
+#include "support/Test.h"
 
 namespace {
 

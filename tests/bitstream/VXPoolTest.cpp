@@ -1,19 +1,12 @@
-#include "bitstream/VXPool.h"
-
-#include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <atomic>
 #include <cstdint>
-#include <cstring>
-#include <fstream>
-#include <list>
-#include <memory>
 #include <thread>
-#include <vector>
+
+#include "support/Test.h"
 
 namespace {
 

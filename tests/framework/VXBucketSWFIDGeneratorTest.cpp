@@ -1,9 +1,4 @@
-#include "framework/VXBucketSWFIDGenerator.h"
-
-#include <gmock/gmock.h>
-
-#include "framework/VXFlintFile.h"
-#include "support/TagSets.h"
+#include "support/Test.h"
 
 using testing::ElementsAre;
 

@@ -1,12 +1,5 @@
 #include "framework/VXDependencyWalk_p.h"
-
-#include <gmock/gmock.h>
-
-#include <functional>
-
-#include "framework/VXFlintIDMap.h"
-#include "support/TagSets.h"
-#include "timeline/VXSwfDefineSpriteTag.h"
+#include "support/Test.h"
 
 using testing::ElementsAre;
 

@@ -1,12 +1,4 @@
-#include "framework/VXFlintFile.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-
-#include "graphics/VXTwips.h"
-#include "support/SilentAsserts.h"
-#include "support/TagSets.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,6 +1,4 @@
-#include "framework/VXSwfParserComponent.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 TEST(VXSwfParserComponent, IsOneAndStartsAndStopsInAnyOrder) {
     IVXComponent* component = GetSwfParserComponent();

@@ -1,11 +1,6 @@
-#include "framework/VXSwfTagFactory.h"
-
-#include <gtest/gtest.h>
-
 #include <typeinfo>
 
-#include "support/TagSweep.h"
-#include "vxswf.h"
+#include "support/Test.h"
 
 namespace {
 

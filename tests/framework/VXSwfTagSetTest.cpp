@@ -1,9 +1,4 @@
-#include "framework/VXSwfTagSet.h"
-
-#include <gtest/gtest.h>
-
-#include "support/TagSets.h"
-#include "timeline/VXSwfDefineSpriteTag.h"
+#include "support/Test.h"
 
 namespace {
 

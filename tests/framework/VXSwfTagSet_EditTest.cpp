@@ -1,13 +1,4 @@
-#include <gmock/gmock.h>
-
-#include <iterator>
-#include <string>
-
-#include "framework/VXSwfDefinitionTag.h"
-#include "support/TagSets.h"
-#include "timeline/VXFlintFilter.h"
-#include "timeline/VXSwfDefineSpriteTag.h"
-#include "timeline/VXSwfPlaceObject3Tag.h"
+#include "support/Test.h"
 
 using testing::ElementsAre;
 

@@ -1,12 +1,4 @@
-#include <gmock/gmock.h>
-
-#include <iterator>
-#include <memory>
-
-#include "scripting/VXSwfExportAssetsTag.h"
-#include "support/TagSets.h"
-#include "timeline/VXSwfDefineSpriteTag.h"
-#include "timeline/VXSwfPlaceObject2Tag.h"
+#include "support/Test.h"
 
 using testing::ElementsAre;
 

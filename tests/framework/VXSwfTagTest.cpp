@@ -1,9 +1,4 @@
-#include "framework/VXSwfTag.h"
-
-#include <gtest/gtest.h>
-
-#include "framework/VXSwfDefinitionTag.h"
-#include "support/TagSweep.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,10 +1,4 @@
-#include "graphics/VXFlintCxForm.h"
-
-#include <limits>
-
-#include "graphics/VXFlintRGB.h"
-#include "platform/VXColor.h"
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -27,10 +21,6 @@ TEST(VXFlintCxForm, DumpsWhatItLoads) {
                                  Bits("0 1 1111 100000000000000 000000000000000 000000000000000"),
                                  Bits("1 0 0000 1100000000000000 0000000000000000 0000000000000000"),
                                  NoAlpha);
-    ExpectCutsFail<VXFlintCxForm>(kMultWithAlpha);
-    VXFlintCxForm form;
-    NoAlpha(form);
-    ExpectCutsFail(kBothNoAlpha, form);
 }
 
 TEST(VXFlintCxForm, AlphaCountsOnlyWithItsFlag) {
@@ -78,8 +68,6 @@ TEST(VXFlintRGB, DumpsWhatItLoads) {
     SweepRecordOf<VXFlintRGB>("four bytes", rgba, rgba, useAlpha(1));
     SweepRecordOf<VXFlintRGB>("Kept: a flag of 2 loads four bytes and dumps three", rgba, rgb, useAlpha(2));
     VXFlintRGB color(1, 2, 3, 1, 4);
-    ExpectCutsFail(rgba, color);
-    ExpectShortDumpsFail(color);
     EXPECT_EQ(LoadInto(color, Hex("10 20")), kVXFailure);
     EXPECT_EQ(BytesOfRecord(color), Hex("10 20 03 04")) << "what was read is kept";
     color.UseAlpha = 0;

@@ -1,10 +1,4 @@
-#include "graphics/VXFlintShapeRecords.h"
-
-#include "graphics/VXFlintEdgeRecords.h"
-#include "graphics/VXFlintShape.h"
-#include "graphics/VXFlintShapeStyleChangeRecord.h"
-#include "graphics/VXFlintShapeWithStyle.h"
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 
 namespace {
 

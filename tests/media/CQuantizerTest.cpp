@@ -1,11 +1,4 @@
-#include "media/CQuantizer.h"
-
-#include <gtest/gtest.h>
-
-#include <array>
-#include <utility>
-
-#include "support/Bytes.h"
+#include "support/Test.h"
 
 namespace {
 

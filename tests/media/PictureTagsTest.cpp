@@ -1,14 +1,6 @@
-#include <gtest/gtest.h>
 #include <zlib.h>
 
-#include <algorithm>
-#include <utility>
-
-#include "media/VXSwfDefineBitsJpegTag.h"
-#include "media/VXSwfDefineBitsLossless2Tag.h"
-#include "platform/CVXStreamReadWrite.h"
-#include "support/SilentAsserts.h"
-#include "support/TagSweep.h"
+#include "support/Test.h"
 
 namespace {
 

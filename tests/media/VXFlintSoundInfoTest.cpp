@@ -1,10 +1,4 @@
-#include "media/VXFlintSoundInfo.h"
-
-#include "framework/VXFlintIDMap.h"
-#include "framework/VXSwfDefinitionTag.h"
-#include "media/VXSwfDefineButtonSoundTag.h"
-#include "media/VXSwfStartSoundTag.h"
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -25,14 +19,12 @@ TEST(VXSwfDefineButtonSoundTag, DumpsWhatItLoads) {
 }
 
 TEST(VXSwfDefineButtonSoundTag, ReplacesButtonAndSounds) {
-    const TagPtr tag = LoadTag(TagBytes(17, Hex("07 00 00 00 03 00 00 04 00 00 05 00 00")));
     VXFlintIDMap map;
     map.Set(7, 70);
     map.Set(3, 30);
     map.Set(5, 0);
-    tag->UpdateReferenceIDs(nullptr);
-    tag->UpdateReferenceIDs(&map);
-    EXPECT_EQ(DumpOf(*tag), TagBytes(17, Hex("46 00 00 00 1E 00 00 04 00 00 05 00 00")));
+    ExpectRenumbered(17, Hex("07 00 00 00 03 00 00 04 00 00 05 00 00"), map,
+                     Hex("46 00 00 00 1E 00 00 04 00 00 05 00 00"));
     EXPECT_EQ(map.find(0), map.end()) << "0 is not looked up";
     EXPECT_NE(map.find(4), map.end()) << "an unknown ID enters the map";
 }

@@ -1,11 +1,4 @@
-#include "media/VXSwfDefineSoundTag.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
-#include "platform/CVXStreamReadWrite.h"
-#include "support/TagSweep.h"
+#include "support/Test.h"
 
 namespace {
 

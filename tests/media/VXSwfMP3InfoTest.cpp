@@ -1,9 +1,4 @@
-#include "media/VXSwfMP3Info.h"
-
-#include <gtest/gtest.h>
-
-#include "platform/CVXStreamReadWrite.h"
-#include "support/Bytes.h"
+#include "support/Test.h"
 
 namespace {
 

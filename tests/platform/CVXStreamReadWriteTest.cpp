@@ -1,21 +1,8 @@
-#include "platform/CVXStreamReadWrite.h"
-
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <climits>
-#include <cstdlib>
-#include <fstream>
-#include <functional>
-#include <iterator>
-#include <memory>
-#include <string>
-
-#include "platform/CVXTempFileStreamReadWrite.h"
-#include "support/Bytes.h"
+#include "support/Test.h"
 
 namespace {
 

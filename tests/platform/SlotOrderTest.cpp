@@ -1,10 +1,6 @@
 // Hosts and the library reach some interfaces by the place of an operation in the virtual table. A table that
 // is read by hand, as the C++ ABI of this platform lays it out, shows that nothing has moved.
-#include <gtest/gtest.h>
-
-#include "platform/CVXStreamReadWrite.h"
-#include "platform/IVXComponent.h"
-#include "platform/VXSizeNPositionData.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,8 +1,4 @@
-#include "platform/VXAssert.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "support/Test.h"
 
 namespace {
 

@@ -1,8 +1,4 @@
-#include "platform/VXColor.h"
-
-#include <gtest/gtest.h>
-
-#include <limits>
+#include "support/Test.h"
 
 TEST(VXColor, KeepsItsPackedForm) {
     for (unsigned byte = 0; byte < 256; ++byte) {

@@ -1,9 +1,4 @@
-#include "platform/VXFontUtils.h"
-
-#include <gtest/gtest.h>
-
-#include <utility>
-#include <vector>
+#include "support/Test.h"
 
 TEST(VXFontUtils, KnowsFontsOfDoubleByteEncodingsByName) {
     const std::pair<short, std::vector<const char*>> rows[] = {

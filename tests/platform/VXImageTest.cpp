@@ -1,6 +1,4 @@
-#include "platform/VXImage.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 TEST(VXImage, OwnsOrBorrowsItsPixels) {
     const std::vector<unsigned char> pixels = {1, 2, 3, 4, 5, 6, 7, 8};

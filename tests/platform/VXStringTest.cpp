@@ -1,8 +1,4 @@
-#include "platform/VXString.h"
-
-#include <gtest/gtest.h>
-
-#include <set>
+#include "support/Test.h"
 
 namespace {
 

@@ -1,14 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <map>
-#include <memory>
-#include <set>
-
 #include "robustness/Memory.h"
 #include "support/GoldenMovie.h"
-#include "support/SilentAsserts.h"
-#include "support/TagSets.h"
-#include "vxswf.h"
+#include "support/Test.h"
 
 namespace {
 

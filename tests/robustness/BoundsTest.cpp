@@ -1,11 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <functional>
-
 #include "robustness/Memory.h"
-#include "support/SilentAsserts.h"
-#include "support/TagSets.h"
-#include "vxswf.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,13 +1,8 @@
-#include "support/GoldenMovie.h"
-
-#include <gtest/gtest.h>
-
-#include <set>
 #include <typeindex>
 
 #include "robustness/Memory.h"
-#include "support/TagSweep.h"
-#include "vxswf.h"
+#include "support/GoldenMovie.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -3,8 +3,7 @@
 #include <malloc.h>
 #include <zlib.h>
 
-#include <algorithm>
-#include <cstdlib>
+#include "support/Test.h"
 
 namespace {
 

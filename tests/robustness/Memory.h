@@ -1,7 +1,6 @@
 #pragma once
 
-#include <cstddef>
-#include <new>
+#include "support/Test.h"
 
 /// All memory that the library takes in this program: counted, and refused when a test wants it so.
 struct Memory {

@@ -1,9 +1,5 @@
-#include <gtest/gtest.h>
-
 #include "support/GoldenMovie.h"
-#include "support/SilentAsserts.h"
-#include "support/TagSweep.h"
-#include "vxswf.h"
+#include "support/Test.h"
 
 namespace {
 

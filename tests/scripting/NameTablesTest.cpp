@@ -1,8 +1,5 @@
 // Tags that give names to characters.
-#include "framework/VXFlintIDMap.h"
-#include "scripting/VXSwfExportAssetsTag.h"
-#include "scripting/VXSwfSymbolClassTag.h"
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,9 +1,4 @@
-#include "scripting/VXFlintActionRecords.h"
-
-#include <utility>
-
-#include "platform/CVXStreamReadWrite.h"
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -24,9 +19,9 @@ Bytes CodesOf(const List& list) {
 // The two forms of a list, packed and not, must not be told apart.
 TEST(VXFlintActionRecords, DumpsWhatItLoads) {
     const Bytes bytes = Hex("96 0300 000000 07 80 0000 00");
-    SweepRecordOf<List>("no action", Hex("00"), Hex("00"));
-    SweepRecordOf<List>("payloads", bytes, bytes);
-    SweepRecordOf<List>("bytes behind the end", Hex("07 00 07 00"), Hex("07 00"));
+    SweepRecordOf<List, false>("no action", Hex("00"), Hex("00"));
+    SweepRecordOf<List, false>("payloads", bytes, bytes);
+    SweepRecordOf<List, false>("bytes behind the end", Hex("07 00 07 00"), Hex("07 00"));
     const List list = ListOf("96 0300 000000 07 80 0000 00");
     ASSERT_EQ(list.size(), 3u);
     EXPECT_EQ(CodesOf(list), Hex("96 07 80"));

@@ -1,8 +1,4 @@
-#include "scripting/VXSwfDoActionTag.h"
-
-#include "framework/VXFlintIDMap.h"
-#include "scripting/VXSwfDoInitActionTag.h"
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 
 namespace {
 

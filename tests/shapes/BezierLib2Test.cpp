@@ -1,16 +1,5 @@
-#include "shapes/BezierLib2.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <sstream>
-#include <string>
-
 #include "RecordText.h"
-#include "graphics/VXFlintShape.h"
-#include "shapes/BezSWFEdgeCreatorVisitor.h"
-#include "shapes/BezSWFEdgeCreatorVisitor2.h"
+#include "support/Test.h"
 
 using namespace BezierLib2;
 

@@ -1,9 +1,6 @@
 #include "RecordText.h"
 
-#include <sstream>
-
-#include "graphics/VXFlintEdgeRecords.h"
-#include "graphics/VXFlintShapeStyleChangeRecord.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,12 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <vector>
-
 #include "RecordText.h"
-#include "graphics/VXFlintEdgeRecords.h"
-#include "graphics/VXFlintShape.h"
-#include "graphics/VXFlintShapeStyleChangeRecord.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,14 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <cmath>
-#include <limits>
-#include <memory>
-#include <sstream>
-
 #include "RecordText.h"
-#include "shapes/VXSwfDefineShapeTag.h"
-#include "support/TagSweep.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,11 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <memory>
-
 #include "RecordText.h"
-#include "shapes/VXSwfDefineShapeTag.h"
-#include "support/TagSweep.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -66,3 +66,13 @@ void SweepTag(const std::string& what, const Bytes& in, const Bytes& out, unsign
     }
     ForEachDamage(in, [version](const Bytes& bytes) { Survive(bytes, version); });
 }
+
+void ExpectRenumbered(unsigned int type, const Bytes& body, VXFlintIDMap& map, const Bytes& renumbered) {
+    const TagPtr tag = LoadTag(TagBytes(type, body));
+    const TagPtr copy(tag->Copy(), &VXSwfTagFactory::DeleteTag);
+    tag->UpdateReferenceIDs(nullptr);
+    EXPECT_EQ(DumpOf(*tag), DumpOf(*copy));
+    tag->UpdateReferenceIDs(&map);
+    EXPECT_EQ(DumpOf(*tag), TagBytes(type, renumbered));
+    EXPECT_EQ(DumpOf(*copy), TagBytes(type, body)) << "a copy keeps its IDs";
+}

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "framework/VXFlintIDMap.h"
 #include "framework/VXSwfTag.h"
 #include "support/Bytes.h"
 
@@ -57,14 +58,41 @@ void ForEachDamage(const Bytes& bytes, const std::function<void(const Bytes&)>& 
 void SweepTag(const std::string& what, const Bytes& in, const Bytes& out, unsigned char version = 8);
 inline void SweepTag(const std::string& what, const Bytes& in) { SweepTag(what, in, in); }
 
-/// The same for a record that is loaded into and dumped from copies of `record`, but for dumps without room.
+/// A tag of this body dumps the second one after it took the IDs of `map`; none follow from a null map.
+void ExpectRenumbered(unsigned int type, const Bytes& body, VXFlintIDMap& map, const Bytes& renumbered);
+
+/// Every load from fewer bytes than these fails; what is loaded into is a copy of `record`.
 template <typename Record>
+void ExpectCutsFail(const Bytes& bytes, const Record& record) {
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        Record cut(record);
+        EXPECT_EQ(LoadInto(cut, Head(bytes, size)), kVXFailure) << "from " << size << " bytes";
+    }
+}
+
+/// Every dump of `record`, which takes `size` bytes, fails where there are fewer.
+template <typename Record>
+void ExpectShortDumpsFail(Record& record, std::size_t size) {
+    for (std::size_t room = 0; room < size; ++room) {
+        Bytes buffer(room);
+        VXBitStream out = StreamOver(buffer);
+        EXPECT_TRUE(record.DumpToStream(out) != kVXSuccess || out.FlushBits() != kVXSuccess ||
+                    out.HasFailed())
+            << "with room for " << room << " bytes";
+    }
+}
+
+/// What SweepTag does, for a record that is loaded into copies of `record`. A load from fewer bytes
+/// fails, unless `kCutsFail` says otherwise.
+template <typename Record, bool kCutsFail = true>
 void SweepRecord(const std::string& what, const Record& record, const Bytes& in, const Bytes& out) {
     SCOPED_TRACE(what);
     Record loaded(record);
     EXPECT_EQ(LoadInto(loaded, in), kVXSuccess);
     EXPECT_EQ(BytesOfRecord(loaded), out);
     EXPECT_EQ(BytesOfRecord(loaded), out) << "the second dump";
+    ExpectShortDumpsFail(loaded, out.size());
+    if (kCutsFail) ExpectCutsFail(in, record);
     ForEachDamage(in, [&record](const Bytes& bytes) {
         Record damaged(record);
         VXIgnore(LoadInto(damaged, bytes));
@@ -75,11 +103,35 @@ void SweepRecord(const std::string& what, const Record& record, const Bytes& in,
 
 /// For a record class with `LoadFromStream(VXBitStream&)` and `DumpToStream(VXBitStream&)`. `prepare` sets up
 /// a new record.
-template <typename Record>
+template <typename Record, bool kCutsFail = true>
 void SweepRecordOf(
     const std::string& what, const Bytes& in, const Bytes& out,
     const std::function<void(Record&)>& prepare = [](Record&) {}) {
     Record record;
     prepare(record);
-    SweepRecord(what, record, in, out);
+    SweepRecord<Record, kCutsFail>(what, record, in, out);
+}
+
+/// An empty record starts and ends on a byte, whatever bits stand before and behind it.
+template <typename Record>
+void ExpectAlignedDump() {
+    VXBitStream out;
+    EXPECT_EQ(out.WriteBits(1, 1), kVXSuccess);
+    EXPECT_EQ(Record().DumpToStream(out), kVXSuccess);
+    EXPECT_EQ(out.WriteBits(1, 1), kVXSuccess);
+    EXPECT_EQ(out.FlushBits(), kVXSuccess);
+    EXPECT_EQ(BytesOf(out), Hex("80 00 80"));
+}
+
+/// A load drops the rest of the byte in front, and what it does not need of the last byte of `bytes`.
+template <typename Record>
+void ExpectAlignedLoad(const Bytes& bytes) {
+    const Bytes amid = Join({Hex("FF"), bytes, Hex("AA")});
+    VXBitStream in = StreamOver(amid);
+    unsigned int bits = 0;
+    EXPECT_EQ(in.ReadBits(1, bits), kVXSuccess);
+    Record record;
+    EXPECT_EQ(record.LoadFromStream(in), kVXSuccess);
+    EXPECT_EQ(in.ReadBits(8, bits), kVXSuccess);
+    EXPECT_EQ(bits, 0xAAu);
 }

@@ -1,12 +1,7 @@
 #include "text/FakeTypeEngine.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
-#include "binding/BNDInitialize.h"
 #include "binding/BNDTable_p.h"
-#include "text/VXFontPublishManager.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,10 +1,6 @@
 #pragma once
 
-#include <map>
-#include <string>
-#include <vector>
-
-#include "binding/BNDTypeEngine.h"
+#include "support/Test.h"
 
 /// A type engine with families and glyphs of a test's own making, of the older generation. It is in force
 /// while it lives, one at a time, and expects that every reference has ended by then.

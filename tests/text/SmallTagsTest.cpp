@@ -1,9 +1,5 @@
 // Tags of few fields.
-#include "framework/VXFlintIDMap.h"
-#include "support/RecordBytes.h"
-#include "text/VXSwfCSMTextSettingTag.h"
-#include "text/VXSwfDefineEditTextTag.h"
-#include "text/VXSwfDefineFontNameTag.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,11 +1,6 @@
-#include "text/VXFontPublishManager.h"
-
-#include "support/TagSweep.h"
+#include "support/Test.h"
 #include "text/FakeTypeEngine.h"
 #include "text/VXFontTagRegistry_p.h"
-#include "text/VXSwfDefineFont2Tag.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 

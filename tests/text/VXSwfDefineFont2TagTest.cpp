@@ -1,13 +1,5 @@
-#include "text/VXSwfDefineFont2Tag.h"
-
-#include <memory>
-#include <string>
-
-#include "binding/BNDInitialize.h"
-#include "platform/GetVXBndAddressProc.h"
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 #include "text/FakeTypeEngine.h"
-#include "text/VXFontPublishManager.h"
 
 namespace {
 
@@ -24,7 +16,7 @@ FontPtr NewGlyphFont(std::u16string_view text) {
 
 /// The tag of a font stays raw in a file, so the sweep works on one that was made by code.
 void SweepFont(const std::string& what, const Bytes& in, const Bytes& out) {
-    SweepRecord(what, *NewFont(), TagBytes(75, in), TagBytes(75, out));
+    SweepRecord<VXSwfDefineFont2Tag, false>(what, *NewFont(), TagBytes(75, in), TagBytes(75, out));
 }
 
 TEST(VXSwfDefineFont2Tag, DeviceFontsHaveANameAndNoGlyphs) {

@@ -1,12 +1,5 @@
-#include "text/VXSwfDefineTextTag.h"
-
-#include <memory>
-#include <utility>
-
-#include "framework/VXFlintIDMap.h"
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 #include "text/FakeTypeEngine.h"
-#include "text/VXSwfDefineFont2Tag.h"
 
 namespace {
 

@@ -1,13 +1,4 @@
-#include "text/VXWinFontData.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <set>
-#include <string>
-
-#include "text/VXFontPublishManager.h"
+#include "support/Test.h"
 #include "text/VXWinFontTable_p.h"
 
 namespace {

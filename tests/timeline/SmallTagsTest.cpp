@@ -1,14 +1,5 @@
 // Tags of few fields.
-#include "platform/CVXStreamReadWrite.h"
-#include "support/RecordBytes.h"
-#include "timeline/VXSwfDefineBinaryDataTag.h"
-#include "timeline/VXSwfEnableDebugger2Tag.h"
-#include "timeline/VXSwfFileAttributesTag.h"
-#include "timeline/VXSwfFreeCharacterTag.h"
-#include "timeline/VXSwfPlaceObjectTag.h"
-#include "timeline/VXSwfRemoveObjectTag.h"
-#include "timeline/VXSwfSetBackgroundColorTag.h"
-#include "timeline/VXSwfVXSpecialTag.h"
+#include "support/Test.h"
 
 namespace {
 

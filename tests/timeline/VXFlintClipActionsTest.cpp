@@ -1,8 +1,4 @@
-#include "timeline/VXFlintClipActions.h"
-
-#include <memory>
-
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 
 namespace {
 

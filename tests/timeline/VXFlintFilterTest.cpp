@@ -1,7 +1,4 @@
-#include "timeline/VXFlintFilter.h"
-
-#include "platform/CVXStreamReadWrite.h"
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 
 namespace {
 

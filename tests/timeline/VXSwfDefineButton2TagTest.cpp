@@ -1,7 +1,4 @@
-#include "timeline/VXSwfDefineButton2Tag.h"
-
-#include "framework/VXFlintIDMap.h"
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,6 +1,4 @@
-#include "timeline/VXSwfDefineSpriteTag.h"
-
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,12 +1,4 @@
-#include "timeline/VXSwfPlaceObject2Tag.h"
-
-#include <climits>
-#include <cmath>
-#include <limits>
-#include <tuple>
-
-#include "platform/VXSizeNPositionData.h"
-#include "support/RecordBytes.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,8 +1,4 @@
-#include "timeline/VXSwfPlaceObject3Tag.h"
-
-#include "support/TagSweep.h"
-
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 namespace {
 

@@ -1,14 +1,7 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-
-#include "binding/BNDInitialize.h"
-#include "binding/BNDTypeEngine.h"
 #include "platform/typeengine/VXFontList_p.h"
-#include "platform/typeengine/VXTypeEngineAPI.h"
+#include "support/Test.h"
 
 /// A procedure of the engine, found as the library finds it.
 #define VX_ENGINE(name) (reinterpret_cast<decltype(&::name)>(GetVXBndAddressProc()(#name)))

@@ -1,11 +1,8 @@
 #include <sys/stat.h>
-
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <string>
 
 #include "EngineFixture.h"
+#include "support/Test.h"
 
 using namespace BND_NT_NMT;
 namespace fs = std::filesystem;

@@ -1,8 +1,5 @@
 #include "platform/typeengine/VXOutline_p.h"
-
-#include <gmock/gmock.h>
-
-#include <vector>
+#include "support/Test.h"
 
 using testing::ElementsAre;
 

@@ -1,12 +1,5 @@
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <limits>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "EngineFixture.h"
+#include "support/Test.h"
 
 using namespace BND_NT_NMT;
 using testing::ElementsAre;

@@ -2,10 +2,7 @@
 
 #include <zlib.h>
 
-#include <algorithm>
-#include <set>
-
-#include "support/TagSweep.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,11 +1,8 @@
 #pragma once
 
 #include <span>
-#include <string>
-#include <vector>
 
-#include "framework/VXFlintIDMap.h"
-#include "support/Bytes.h"
+#include "support/Test.h"
 
 /// A tag as it stands in a movie, which must outlive it.
 struct TagView {

@@ -1,18 +1,6 @@
-#include "whole/VXCharacterIds.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <map>
-#include <set>
-#include <sstream>
-#include <string>
 
-#include "support/Bytes.h"
+#include "support/Test.h"
 #include "whole/TagMatcher.h"
 
 namespace {
