@@ -26,7 +26,7 @@ TEST(VXFlintShapeRecords, DumpWhatTheyLoad) {
         const char *what, *in, *out;  // no `out` where it is the same
     } rows[] = {
         {"no record", "", nullptr},
-        {"no length: horizontal, in two bits", "11 0000 0 0 00", nullptr},
+        {"no length: horizontal, in two bits", "11 0000 0 0 00  11 0000 0 0 00", nullptr},
         {"one twip to the right, two up", "11 0000 0 0 01  11 0001 0 1 110", nullptr},
         {"both deltas", "11 0011 1 01010 11111", nullptr},
         {"a curve, and one without length", "10 0001 011 101 000 001  10 0000 00 00 00 00", nullptr},

@@ -1,3 +1,5 @@
+#include <zlib.h>
+
 #include "support/Test.h"
 #include "text/VXWinFontTable_p.h"
 
@@ -17,41 +19,19 @@ Metrics MetricsOf(const char* name, float size = 1024.0f) {
     return metrics;
 }
 
-TEST(VXWinFontData, TheTableHasItsTotals) {
-    const auto& table = VXGetWinFontTable();
-    const auto count = [&table](auto condition) {
-        return std::count_if(table.begin(), table.end(), condition);
-    };
-    std::set<std::string> names;
-    for (const VXWinFontRow& row : table) {
-        names.insert(row.fontName);
-        EXPECT_TRUE(-547 <= row.metricA && row.metricA <= 840) << row.fontName;
-        EXPECT_LE(row.metricB, 247) << row.fontName;
+TEST(VXWinFontData, TheTableIsWhole) {
+    std::string rows;
+    for (const auto& [name, first, second] : VXGetWinFontTable()) {
+        rows += name + (' ' + std::to_string(first)) + ' ' + std::to_string(second) + '\n';
     }
-    EXPECT_EQ(table.size(), 232u);
-    EXPECT_EQ(names.size(), 232u) << "no name occurs twice";
-    EXPECT_EQ(count([](const VXWinFontRow& row) { return row.metricA == 0 && row.metricB == 0; }), 19);
-    EXPECT_EQ(count([](const VXWinFontRow& row) { return row.metricB != 0; }), 81);
-    EXPECT_GE(count([](const VXWinFontRow& row) { return row.metricA == 840; }), 1);
-}
-
-TEST(VXWinFontData, RowsThatAreKnown) {
-    const struct {
-        const char* name;
-        float first;
-        float second;
-    } rows[] = {
-        {"System", 107, 30},     {"Orrin Pi Std", 22, 0}, {"ZWOrrinF", -547, 236},
-        {"FrankRuehl", -77, 77}, {"Forte", 88, 247},      {"VisualUI", 1, 0},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(MetricsOf(row.name), (Metrics{true, row.first, row.second})) << row.name;
-    }
-    VXFontPublishManager::DoCleanUp();  // what follows fills the table again
+    EXPECT_EQ(crc32(0, reinterpret_cast<const Bytef*>(rows.data()), static_cast<uInt>(rows.size())),
+              0x19B2DD89u);
 }
 
 TEST(VXWinFontData, MetricsFollowTheSize) {
     const Metrics none{false, 0.0f, 0.0f};
+    EXPECT_EQ(MetricsOf("System"), (Metrics{true, 107.0f, 30.0f}));
+    VXFontPublishManager::DoCleanUp();  // what follows fills the table again
     EXPECT_EQ(MetricsOf("System", 512.0f), (Metrics{true, 53.5f, 15.0f}));
     EXPECT_EQ(MetricsOf("System", 0.0f), none);
     EXPECT_EQ(MetricsOf("System", std::nanf("")), none);
