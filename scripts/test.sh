@@ -3,8 +3,8 @@
 #
 #   scripts/test.sh          set-up, build, tests: some minutes
 #   scripts/test.sh --all    every check of the project: besides, the layers, the format, the reference pages, the
-#                            warnings of clang++, clang-tidy, instruction counts of fixed runs, a build for another
-#                            platform, and the tests under the sanitizers
+#                            warnings of clang++, clang-tidy, instruction counts of fixed runs, and the tests under the
+#                            sanitizers
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -55,12 +55,6 @@ run-clang-tidy -quiet -j "$jobs" -p build/tidy -checks='-clang-analyzer-*' "$PWD
 step "instructions of fixed runs"
 cmake --build --preset release --parallel "$jobs" --target FixedRuns
 python3 scripts/instructions.py build/release/benchmarks/FixedRuns
-
-# HOOK: scripts/platforms.sh is still to come; without it no other platform is tried.
-if [[ -f scripts/platforms.sh ]]; then
-  step "another platform"
-  bash scripts/platforms.sh i386
-fi
 
 step "build under the sanitizers"
 cmake --preset asan

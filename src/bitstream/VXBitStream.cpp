@@ -8,9 +8,9 @@
 #include <string>
 #include <utility>
 
-#include "bitstream/VXMemoryLimit_p.h"
-#include "bitstream/VXPool.h"
 #include "bitstream/VXStreamTransfer_p.h"
+#include "memory/VXMemoryLimit_p.h"
+#include "memory/VXPool.h"
 
 static_assert(std::endian::native == std::endian::little, "fields are copied as they lie on the wire");
 

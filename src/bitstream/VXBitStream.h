@@ -6,7 +6,7 @@
 #include <cstring>
 #include <memory>
 
-#include "bitstream/VXByteBlock.h"
+#include "memory/VXByteBlock.h"
 #include "platform/IVXStream.h"
 #include "platform/VXExport.h"
 #include "platform/VXString.h"

@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "bitstream/VXBitStream.h"
-#include "bitstream/VXPool.h"
 #include "bitstream/VXStreamTransfer_p.h"
+#include "memory/VXPool.h"
 #include "platform/VXAssert.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <utility>
 
-#include "bitstream/VXByteBlock.h"
+#include "memory/VXByteBlock.h"
 #include "platform/IVXStream.h"
 
 /// Moves up to `length` bytes in the direction of the stream's mode and answers how many went. A transfer

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "bitstream/VXMemoryLimit_p.h"
+#include "memory/VXMemoryLimit_p.h"
 
 /// Limits the memory of an operation that copies tags to 512 MiB and 16 times the bytes that it copies: a copy
 /// is parsed, and what is parsed can take hundreds of times its bytes. Beyond the limit there is no memory. Of

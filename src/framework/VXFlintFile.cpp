@@ -4,10 +4,10 @@
 #include <climits>
 #include <new>
 
-#include "bitstream/VXMemoryLimit_p.h"
 #include "framework/VXCopyLimit_p.h"
 #include "framework/VXSwfTag.h"
 #include "graphics/VXTwips.h"
+#include "memory/VXMemoryLimit_p.h"
 #include "platform/CVXTempFileStreamReadWrite.h"
 #include "timeline/VXSwfFileAttributesTag.h"
 

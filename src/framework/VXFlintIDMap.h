@@ -4,7 +4,7 @@
 #include <map>
 #include <utility>
 
-#include "bitstream/VXPool.h"
+#include "memory/VXPool.h"
 
 /// Old to new character IDs, ordered by the old one.
 class VXFlintIDMap : public std::map<unsigned short, unsigned short, std::less<unsigned short>,

@@ -3,9 +3,9 @@
 #include <list>
 
 #include "bitstream/VXBitStream.h"
-#include "bitstream/VXByteBlock.h"
-#include "bitstream/VXPool.h"
 #include "framework/VXSwfTagFactory.h"
+#include "memory/VXByteBlock.h"
+#include "memory/VXPool.h"
 #include "platform/VXExport.h"
 #include "platform/VXString.h"
 #include "platform/VXTypes.h"

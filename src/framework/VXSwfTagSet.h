@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "bitstream/VXBitStream.h"
-#include "bitstream/VXPool.h"
 #include "framework/IVXSwfIdGenerator.h"
 #include "framework/IVXSwfTagHolder.h"
 #include "framework/VXFlintIDMap.h"
 #include "framework/VXSwfTagFactory.h"
+#include "memory/VXPool.h"
 #include "platform/VXString.h"
 #include "platform/VXTypes.h"
 

@@ -3,9 +3,9 @@
 #include <memory>
 
 #include "bitstream/VXBitStream.h"
-#include "bitstream/VXPool.h"
 #include "framework/VXFlintIDMap.h"
 #include "graphics/VXFlintShapeRecordBase.h"
+#include "memory/VXPool.h"
 #include "platform/VXExport.h"
 #include "platform/VXTypes.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "bitstream/VXBitStream.h"
-#include "bitstream/VXPool.h"
+#include "memory/VXPool.h"
 #include "platform/VXExport.h"
 #include "platform/VXTypes.h"
 

@@ -3,7 +3,7 @@
 #include "bitstream/VXBitStream.h"
 #include "framework/VXFlintIDMap.h"
 #include "graphics/VXFlintShapeRecord.h"
-#include "graphics/VXOwnedVector.h"
+#include "memory/VXOwnedVector.h"
 #include "platform/VXExport.h"
 #include "platform/VXTypes.h"
 

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "bitstream/VXBitStream.h"
-#include "bitstream/VXMemoryLimit_p.h"
 #include "bitstream/VXReadField_p.h"
+#include "memory/VXMemoryLimit_p.h"
 
 // What arrays of fills and arrays of lines have in common: a count in a byte, or in a word behind 0xFF, and
 // as many styles.

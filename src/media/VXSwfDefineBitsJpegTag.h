@@ -1,7 +1,7 @@
 #pragma once
 
-#include "bitstream/VXByteBlock.h"
 #include "framework/VXSwfDefinitionTag.h"
+#include "memory/VXByteBlock.h"
 
 /// A picture as finished JPEG bytes, with an alpha plane for type 35. Nothing checks that they are a JPEG.
 ///

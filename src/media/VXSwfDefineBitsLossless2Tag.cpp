@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "bitstream/VXPool.h"
 #include "media/CQuantizer.h"
+#include "memory/VXPool.h"
 #include "platform/VXAssert.h"
 
 namespace {

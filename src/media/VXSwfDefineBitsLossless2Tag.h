@@ -1,7 +1,7 @@
 #pragma once
 
-#include "bitstream/VXByteBlock.h"
 #include "framework/VXSwfDefinitionTag.h"
+#include "memory/VXByteBlock.h"
 #include "platform/VXImage.h"
 
 /// How a picture is kept. Only the first value is told from the rest.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "bitstream/VXByteBlock.h"
 #include "framework/VXSwfDefinitionTag.h"
+#include "memory/VXByteBlock.h"
 
 /// A sound to be started by an event, made from an MP3 file.
 ///

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "bitstream/VXBitStream.h"
-#include "bitstream/VXByteBlock.h"
-#include "bitstream/VXPool.h"
+#include "memory/VXByteBlock.h"
+#include "memory/VXPool.h"
 #include "platform/VXExport.h"
 #include "platform/VXString.h"
 #include "platform/VXTypes.h"

@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "bitstream/VXPool.h"
+#include "memory/VXPool.h"
 #include "platform/VXExport.h"
 
 /// Reduces cubic curves to the straight and quadratic edges that the format has.

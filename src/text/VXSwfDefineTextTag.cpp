@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <utility>
 
-#include "bitstream/VXMemoryLimit_p.h"
 #include "graphics/VXTwips.h"
+#include "memory/VXMemoryLimit_p.h"
 #include "text/VXFontPublishManager.h"
 #include "text/VXFontTagRegistry_p.h"
 #include "text/VXSwfDefineFont2Tag.h"

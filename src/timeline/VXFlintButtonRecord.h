@@ -1,10 +1,10 @@
 #pragma once
 
 #include "bitstream/VXBitStream.h"
-#include "bitstream/VXByteBlock.h"
-#include "bitstream/VXPool.h"
 #include "graphics/VXFlintCxForm.h"
 #include "graphics/VXFlintMatrix.h"
+#include "memory/VXByteBlock.h"
+#include "memory/VXPool.h"
 #include "platform/VXExport.h"
 
 /// What a button shows in some of its states.

@@ -3,10 +3,10 @@
 #include <vector>
 
 #include "bitstream/VXBitStream.h"
-#include "bitstream/VXPool.h"
+#include "memory/VXPool.h"
+#include "memory/VXSharedVector.h"
 #include "platform/VXExport.h"
 #include "scripting/VXFlintActionRecords.h"
-#include "timeline/VXSharedVector.h"
 
 /// The events of a placed sprite that a handler serves, each 1 or 0, in the order of the wire:
 ///

@@ -1,6 +1,6 @@
 #include "timeline/VXFlintFilter.h"
 
-#include "bitstream/VXPool.h"
+#include "memory/VXPool.h"
 
 VXFlintFilter::~VXFlintFilter() = default;
 

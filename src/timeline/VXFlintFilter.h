@@ -3,10 +3,10 @@
 #include <cstddef>
 
 #include "bitstream/VXBitStream.h"
+#include "memory/VXHeld.h"
 #include "platform/IVXStream.h"
 #include "platform/VXColor.h"
 #include "platform/VXExport.h"
-#include "timeline/VXFlintHeld.h"
 
 /// The first byte of a filter on the wire.
 enum VXFlintFilterID : int {
@@ -44,7 +44,7 @@ protected:
 
 private:
     template <typename T>
-    friend class VXFlintHeld;
+    friend class VXHeld;
 
     VXFlintFilterID FilterID;
     VXHolderCount m_Holders;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "bitstream/VXByteBlock.h"
 #include "framework/VXSwfDefinitionTag.h"
+#include "memory/VXByteBlock.h"
 
 /// Bytes for scripts to read.
 ///

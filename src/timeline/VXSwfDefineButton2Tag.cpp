@@ -6,8 +6,8 @@
 #include <memory>
 #include <utility>
 
-#include "bitstream/VXMemoryLimit_p.h"
 #include "framework/VXFlintIDMap.h"
+#include "memory/VXMemoryLimit_p.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "framework/VXSwfDefinitionTag.h"
-#include "graphics/VXOwnedVector.h"
+#include "memory/VXOwnedVector.h"
 #include "timeline/VXFlintButtonCondAction.h"
 #include "timeline/VXFlintButtonRecord.h"
 

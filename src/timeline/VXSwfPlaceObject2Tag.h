@@ -1,12 +1,12 @@
 #pragma once
 
-#include "bitstream/VXByteBlock.h"
 #include "framework/VXSwfControlTag.h"
 #include "graphics/VXFlintCxForm.h"
 #include "graphics/VXFlintMatrix.h"
+#include "memory/VXByteBlock.h"
+#include "memory/VXOnDemand.h"
 #include "platform/VXString.h"
 #include "timeline/VXFlintClipActions.h"
-#include "timeline/VXOnDemand.h"
 #include "timeline/VXPackedMatrix.h"
 
 class VXSizeNPositionData;

@@ -106,7 +106,7 @@ void VXSwfPlaceObject3Tag::SetStaticEffectVector(const std::vector<VXFlintFilter
     if (filters.empty() && StaticEffects.Read().current.empty()) return;
     Effects& effects = StaticEffects.Edit();
     // All memory first: a filter that has been held once is deleted with its last holder.
-    std::vector<VXFlintHeld<VXFlintFilter>> taken;
+    std::vector<VXHeld<VXFlintFilter>> taken;
     taken.reserve(filters.size());
     effects.replaced.reserve(effects.replaced.size() + effects.current.size());
     for (VXFlintFilter* filter : filters) {

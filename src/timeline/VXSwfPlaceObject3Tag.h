@@ -66,8 +66,8 @@ private:
     void PatchRawBody(unsigned int offset, unsigned short value);
 
     struct Effects {
-        std::vector<VXFlintHeld<VXFlintFilter>> current;
-        std::vector<VXFlintHeld<VXFlintFilter>> replaced;  // a host may still have their addresses
+        std::vector<VXHeld<VXFlintFilter>> current;
+        std::vector<VXHeld<VXFlintFilter>> replaced;  // a host may still have their addresses
     };
     VXOnDemand<Effects> StaticEffects;
 };

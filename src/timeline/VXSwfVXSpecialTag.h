@@ -1,7 +1,7 @@
 #pragma once
 
-#include "bitstream/VXByteBlock.h"
 #include "framework/VXSwfControlTag.h"
+#include "memory/VXByteBlock.h"
 
 /// A host's private bytes. What each type means lies with the host.
 ///

@@ -5,7 +5,7 @@
 #include <new>
 #include <utility>
 
-#include "bitstream/VXMemoryLimit_p.h"
+#include "memory/VXMemoryLimit_p.h"
 #include "timeline/VXSwfDefineSpriteTag.h"
 #include "whole/VXCarriedTag_p.h"
 #include "whole/VXMoviePacking_p.h"

@@ -3,8 +3,8 @@
 #include <array>
 #include <string>
 
-#include "bitstream/VXByteBlock.h"
 #include "framework/VXFlintFile.h"
+#include "memory/VXByteBlock.h"
 
 /// A movie whose tags are all carried as bytes, sprites and placements included, so that a dump is the source
 /// again, byte for byte; of a compressed one, the inflated bytes. A host that wants the fields of a tag has

@@ -1,4 +1,4 @@
-#include "bitstream/VXByteBlock.h"
+#include "memory/VXByteBlock.h"
 
 #include <algorithm>
 #include <atomic>
@@ -8,7 +8,7 @@
 #include <new>
 #include <utility>
 
-#include "bitstream/VXPool.h"
+#include "memory/VXPool.h"
 
 /// Stands in front of the bytes, or of the pointer to bytes that were taken over.
 struct VXByteBlock::Head {

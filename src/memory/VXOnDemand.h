@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "bitstream/VXPool.h"
+#include "memory/VXPool.h"
 
 /// A value that most of its owners leave as it was made. Until somebody asks for it in order to change it, it
 /// takes a pointer and stands for a fresh `T`. Copying copies the value.

@@ -1,4 +1,4 @@
-#include "bitstream/VXMemoryLimit_p.h"
+#include "memory/VXMemoryLimit_p.h"
 #include "support/Test.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "support/Test.h"
 
-#include "bitstream/VXPool.h"
+#include "memory/VXPool.h"
 
 TEST(VXByteBlock, CopiesShareTheArray) {
     auto* array = new unsigned char[2]{8, 9};

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "timeline/VXFlintHeld.h"
+#include "memory/VXHeld.h"
 
 /// A vector of plain pointers to objects that its copies share: the last of them deletes what is in it when it
 /// goes. What is taken out, or written over, belongs to whoever did so. Null entries are allowed.

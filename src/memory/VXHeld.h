@@ -11,7 +11,7 @@ public:
 
 private:
     template <typename T>
-    friend class VXFlintHeld;
+    friend class VXHeld;
     template <typename T>
     friend class VXSharedVector;
 
@@ -24,19 +24,19 @@ private:
 ///
 /// The count is not guarded: an object and its holders belong to one thread at a time.
 template <typename T>
-class VXFlintHeld {
+class VXHeld {
 public:
-    VXFlintHeld() = default;
-    VXFlintHeld(T* object) noexcept : m_Object(object) {
+    VXHeld() = default;
+    VXHeld(T* object) noexcept : m_Object(object) {
         if (m_Object != nullptr) ++m_Object->m_Holders.m_Count;
     }
-    VXFlintHeld(const VXFlintHeld& other) noexcept : VXFlintHeld(other.m_Object) {}
-    VXFlintHeld(VXFlintHeld&& other) noexcept : m_Object(std::exchange(other.m_Object, nullptr)) {}
-    VXFlintHeld& operator=(VXFlintHeld other) noexcept {
+    VXHeld(const VXHeld& other) noexcept : VXHeld(other.m_Object) {}
+    VXHeld(VXHeld&& other) noexcept : m_Object(std::exchange(other.m_Object, nullptr)) {}
+    VXHeld& operator=(VXHeld other) noexcept {
         std::swap(m_Object, other.m_Object);
         return *this;
     }
-    ~VXFlintHeld() {
+    ~VXHeld() {
         if (m_Object != nullptr && --m_Object->m_Holders.m_Count == 0) delete m_Object;
     }
 

@@ -1,4 +1,4 @@
-#include "bitstream/VXPool.h"
+#include "memory/VXPool.h"
 
 #include <algorithm>
 #include <atomic>
@@ -7,7 +7,7 @@
 #include <cstring>
 #include <new>
 
-#include "bitstream/VXMemoryLimit_p.h"
+#include "memory/VXMemoryLimit_p.h"
 #include "platform/system/VXSystemPages_p.h"
 
 namespace {
