@@ -34,6 +34,17 @@ VXErrorCodeEnum Visit(unsigned int type, Bytes& body, Places& places, bool isCha
                                  });
 }
 
+/// Whether an image may be placed without a class name, here or in a sprite. What follows decides there, so that
+/// another ID or a shorter body may tell otherwise.
+bool MayPlaceImage(unsigned int type, const Bytes& body) {
+    if (type == 70 || type == 94) return body.size() > 1 && (body[1] & 0x18) == 0x10;
+    for (std::size_t i = 1; type == 39 && i < body.size(); ++i) {
+        const unsigned int inner = (body[i - 1] | body[i] << 8) >> 6;
+        if (inner == 70 || inner == 94) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -53,6 +64,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     Require(!VXCharacterIds::DefinesCharacter(type) || body.size() < 2 ||
             places.at(0) == std::pair(0u, Role::kOwn));
+
+    if (MayPlaceImage(type, body)) return 0;
 
     // Other IDs, written to their places meanwhile, move no place.
     Bytes changed = body;

@@ -112,7 +112,7 @@ private:
         if (auto* later = dynamic_cast<VXSwfPlaceObject3Tag*>(&placement);
             later != nullptr && later->RawBody) {
             std::string bytes = BytesOf(later->RawBody.GetBytes(), later->RawBody.GetSize());
-            if (m_Edit.EditBody(later->GetTagType(), bytes)) later->RawBody = BlockOf(bytes);
+            if (m_Edit.EditBody(later->GetTagType(), bytes)) later->RawBody = VXByteView(BlockOf(bytes));
             return;
         }
         if (placement.GetClipActions().IsNonEmpty() == 0) return;

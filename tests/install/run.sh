@@ -62,7 +62,7 @@ if [[ -n $(find "$prefix" -name 'libvxswf.so') ]]; then
 fi
 
 printf 'the program in the README\n'
-awk '/^```/ { inside = /cpp/; next } inside' "$here/../../README.md" >"$scratch/Readme.cpp"
+awk '/^## / { section = /Load/ } /^```/ { inside = section && /cpp/; next } inside' "$here/../../README.md" >"$scratch/Readme.cpp"
 compile "$scratch/Readme.cpp" "$scratch/readme"
 cp "$here/../../apps/vxswf/assets/demo.swf" "$scratch/in.swf"
 (cd "$scratch" && ./readme)
