@@ -29,10 +29,9 @@ vxswf demo "$out/demo.swf"
 vxswf info "$out/demo.swf" | head -n 20
 vxswf demo --font 'DejaVu Serif' --jpeg apps/vxswf/assets/photo.jpg --png apps/vxswf/assets/rings.png \
   --mp3 apps/vxswf/assets/chime.mp3 "$out/demo-serif.swf"
-# Buttons do what they did only when they are not written anew.
-vxswf merge --raw --at 100,60 "$out/demo.swf" "$movie" "$out/demo-with-movie.swf"
+vxswf merge --at 100,60 "$out/demo.swf" "$movie" "$out/demo-with-movie.swf"
 mkdir "$out/plain"
-vxswf copy --raw --plain "$out"/*.swf "$out/plain"
+vxswf copy --plain "$out"/*.swf "$out/plain"
 
 printf '\nWritten:\n'
 ls -lR "$out"

@@ -10,6 +10,11 @@ void AddKeepGoing(CLI::App& command, IfShort& ifShort) {
         "Take what there is of a movie that is shorter than its header states");
 }
 
+CLI::Option* AddParsed(CLI::App& command, bool& isParsed) {
+    return command.add_flag("--parsed", isParsed,
+                            "Go through the classes of the tags, which lose some things");
+}
+
 ExitCode ForEachName(const std::vector<std::string>& files,
                      const std::function<ExitCode(const std::string& file, const std::string& name)>& work) {
     ExitCode worst = kDone;

@@ -8,8 +8,10 @@
 #include "Files.h"
 #include "Report.h"
 
-/// The option of commands that write what they have loaded.
+// The options of commands that write what they have loaded.
+
 void AddKeepGoing(CLI::App& command, IfShort& ifShort);
+CLI::Option* AddParsed(CLI::App& command, bool& isParsed);
 
 /// Calls `work` with each of several files and the name that it has in a directory of results. Answers the
 /// greatest code; a file that fails does not keep the others from being worked on.

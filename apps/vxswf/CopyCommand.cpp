@@ -12,20 +12,32 @@ namespace {
 namespace fs = std::filesystem;
 
 struct CopyOptions {
-    bool isRaw = false;
     IfShort ifShort = IfShort::kFail;
     bool isCompressed = false;
     bool isPlain = false;
+    bool isLzma = false;
+    bool isParsed = false;
+    int level = 9;
     std::vector<std::string> files;  // and OUT behind them until the command line is read
     std::string out;
 };
 
-ExitCode CopyTo(const CopyOptions& options, const std::string& file, const std::string& out) {
+ExitCode CopyParsedTo(const CopyOptions& options, const std::string& file, const std::string& out) {
     VXFlintFile movie;
-    if (const ExitCode code = LoadMovie(file, options.isRaw, options.ifShort, movie); code != kDone)
-        return code;
+    if (const ExitCode code = LoadMovie(file, false, options.ifShort, movie); code != kDone) return code;
     if (options.isCompressed) movie.SetCompression(1);
     if (options.isPlain) movie.SetCompression(0);
+    return SaveMovie(movie, out);
+}
+
+ExitCode CopyTo(const CopyOptions& options, const std::string& file, const std::string& out) {
+    if (options.isParsed) return CopyParsedTo(options, file, out);
+    VXWholeMovie movie;
+    if (const ExitCode code = LoadWholeMovie(file, options.ifShort, movie); code != kDone) return code;
+    if (options.isCompressed) movie.SetPacking(VXWholeMovie::Packing::kDeflate);
+    if (options.isPlain) movie.SetPacking(VXWholeMovie::Packing::kNone);
+    if (options.isLzma) movie.SetPacking(VXWholeMovie::Packing::kLzma);
+    movie.SetPackingLevel(options.level);
     return SaveMovie(movie, out);
 }
 
@@ -44,11 +56,19 @@ ExitCode Copy(const CopyOptions& options) {
 
 void AddCopyCommand(CLI::App& app, ExitCode& exitCode) {
     const auto options = std::make_shared<CopyOptions>();
-    CLI::App* command = app.add_subcommand("copy", "Loads movies and writes them again");
-    command->add_flag("--raw", options->isRaw,
-                      "Carry every tag as it is but placements, sprites and file attributes");
-    CLI::Option* compress = command->add_flag("--compress", options->isCompressed, "Write compressed movies");
-    command->add_flag("--plain", options->isPlain, "Write plain movies")->excludes(compress);
+    CLI::App* command = app.add_subcommand("copy", "Writes movies again, byte for byte where they are plain");
+    CLI::Option* compress =
+        command->add_flag("--compress", options->isCompressed, "Write movies compressed with deflate");
+    CLI::Option* plain =
+        command->add_flag("--plain", options->isPlain, "Write plain movies")->excludes(compress);
+    CLI::Option* lzma = command->add_flag("--lzma", options->isLzma, "Write movies compressed with LZMA")
+                            ->excludes(compress)
+                            ->excludes(plain);
+    CLI::Option* level = command->add_option("--level", options->level, "How hard to compress")
+                             ->check(CLI::Range(0, 9))
+                             ->type_name("N")
+                             ->capture_default_str();
+    AddParsed(*command, options->isParsed)->excludes(lzma)->excludes(level);
     AddKeepGoing(*command, options->ifShort);
     // One list, since a list in front of another argument would leave nothing for that.
     command

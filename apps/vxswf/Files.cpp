@@ -79,25 +79,35 @@ VXErrorCodeEnum LoadCut(const MovieBytes& cut, VXFlintFile& movie) {
     return movie.LoadFromStream(stream);
 }
 
-ExitCode DumpMovie(VXFlintFile& movie, const std::string& file, CVXStreamReadWrite& stream) {
+ExitCode ReportDump(const VXFlintFile&, const std::string& file, VXErrorCodeEnum result, int error) {
+    if (result == kVXCompressionFailed && error != 0) {
+        return ReportUnusable(
+            file, "cannot be compressed through a temporary file: " + std::generic_category().message(error));
+    }
+    return ReportFailure(file, "dump failed with " + std::to_string(static_cast<int>(result)));
+}
+
+ExitCode ReportDump(const VXWholeMovie& movie, const std::string& file, VXErrorCodeEnum, int) {
+    return ReportFailure(file, movie.GetErrorText());
+}
+
+template <typename Movie>
+ExitCode DumpMovie(Movie& movie, const std::string& file, CVXStreamReadWrite& stream) {
     stream.SetMode(IVXStream::kWrite);
     errno = 0;
     const VXErrorCodeEnum result = movie.DumpToStream(&stream);
     stream.Flush();
     const int error = errno;
     EraseProgress();
-    if (result == kVXSuccess && stream.GetStreamState() != kVXStreamFailed) return kDone;
-    // A full disk fails the dump as well, or is seen in the flush alone. What is compressed passes through a
-    // temporary file of the library.
-    const std::string reason = std::generic_category().message(error);
-    if (stream.GetStreamState() == kVXStreamFailed) return ReportUnusable(file, reason);
-    if (result == kVXCompressionFailed && error != 0)
-        return ReportUnusable(file, "cannot be compressed through a temporary file: " + reason);
-    return ReportFailure(file, "dump failed with " + std::to_string(static_cast<int>(result)));
+    // A full disk fails the dump as well, or is seen in the flush alone.
+    if (stream.GetStreamState() == kVXStreamFailed)
+        return ReportUnusable(file, std::generic_category().message(error));
+    return result == kVXSuccess ? kDone : ReportDump(movie, file, result, error);
 }
 
 /// For what can only be written once, from front to end.
-ExitCode SaveThrough(VXFlintFile& movie, const std::string& file, OutputFile& output) {
+template <typename Movie>
+ExitCode SaveThrough(Movie& movie, const std::string& file, OutputFile& output) {
     CVXStreamReadWrite memory;
     if (const ExitCode code = DumpMovie(movie, file, memory); code != kDone) return code;
     constexpr std::size_t kStep = 1 << 20;
@@ -109,6 +119,34 @@ ExitCode SaveThrough(VXFlintFile& movie, const std::string& file, OutputFile& ou
     }
     EraseProgress();
     return kDone;
+}
+
+template <typename Movie>
+ExitCode Save(Movie& movie, const std::string& file) {
+    OutputFile output;
+    if (!output.Open(file)) return ReportUnusable(file);
+    if (!output.IsReplaced()) return SaveThrough(movie, file, output);
+    const int descriptor = output.TakeDescriptor();
+    if (descriptor < 0) return ReportUnusable(file);
+    {
+        ProgressStream stream(descriptor, file);
+        if (const ExitCode code = DumpMovie(movie, file, stream); code != kDone) return code;
+    }
+    if (!output.Commit()) return ReportUnusable(file);
+    if (output.HasOtherNames()) ReportNote(file, "has other names, which go on leading to the old contents");
+    return kDone;
+}
+
+ExitCode ReportShortness(const std::string& file, IfShort ifShort, const std::string& shortness) {
+    if (ifShort == IfShort::kFail) return ReportFailure(file, shortness);
+    ReportNote(file, shortness);
+    return kDone;
+}
+
+bool LoadWhole(const std::vector<unsigned char>& bytes, VXWholeMovie& movie) {
+    VXBitStream stream;
+    stream.LoadFromAllocedMem(bytes.data(), static_cast<unsigned int>(bytes.size()));
+    return movie.LoadFromStream(stream) == kVXSuccess;
 }
 
 }  // namespace
@@ -136,27 +174,38 @@ ExitCode LoadMovie(const std::string& file, bool isRaw, IfShort ifShort, VXFlint
                                      framed.DescribePlace(movie.GetNumTags()));
         }
         // The tags in front of the end are loaded, unless nothing was inflated.
-        if (ifShort == IfShort::kNote && framed.IsCompressed()) VXIgnore(LoadCut(framed, movie));
+        if (ifShort == IfShort::kNote && framed.IsCompressed() && movie.GetNumTags() == 0)
+            VXIgnore(LoadCut(framed, movie));
     }
-    if (ifShort == IfShort::kFail) return ReportFailure(file, shortness);
-    ReportNote(file, shortness);
-    return kDone;
+    return ReportShortness(file, ifShort, shortness);
 }
 
-ExitCode SaveMovie(VXFlintFile& movie, const std::string& file) {
-    OutputFile output;
-    if (!output.Open(file)) return ReportUnusable(file);
-    if (!output.IsReplaced()) return SaveThrough(movie, file, output);
-    const int descriptor = output.TakeDescriptor();
-    if (descriptor < 0) return ReportUnusable(file);
-    {
-        ProgressStream stream(descriptor, file);
-        if (const ExitCode code = DumpMovie(movie, file, stream); code != kDone) return code;
+ExitCode LoadWholeMovie(const std::string& file, IfShort ifShort, VXWholeMovie& movie) {
+    std::vector<unsigned char> bytes;
+    if (const ExitCode code = ReadMovie(file, bytes); code != kDone) return code;
+    if (LoadWhole(bytes, movie)) {
+        const std::size_t size = movie.GetLoadedLength();
+        return size >= movie.GetFileLength()
+                   ? kDone
+                   : ReportShortness(file, ifShort, DescribeEnd(size, movie.GetFileLength()));
     }
-    if (!output.Commit()) return ReportUnusable(file);
-    if (output.HasOtherNames()) ReportNote(file, "has other names, which go on leading to the old contents");
-    return kDone;
+    const std::string error = movie.GetErrorText();
+    if (bytes[0] == 'Z') return ReportFailure(file, error);
+    MovieBytes framed;
+    if (const std::string reason = framed.Open(std::move(bytes)); !reason.empty())
+        return ReportFailure(file, reason);
+    const std::string shortness = framed.DescribeShortness();
+    if (shortness.empty()) return ReportFailure(file, error);
+    if (ifShort == IfShort::kNote) {
+        if (!LoadWhole(framed.GetBytes(), movie)) return ReportFailure(file, movie.GetErrorText());
+        if (framed.IsCompressed()) movie.SetPacking(VXWholeMovie::Packing::kDeflate);
+    }
+    return ReportShortness(file, ifShort, shortness);
 }
+
+ExitCode SaveMovie(VXFlintFile& movie, const std::string& file) { return Save(movie, file); }
+
+ExitCode SaveMovie(VXWholeMovie& movie, const std::string& file) { return Save(movie, file); }
 
 ExitCode ReadMovie(const std::string& file, std::vector<unsigned char>& bytes) {
     Input input(file);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <map>
@@ -28,7 +29,8 @@ struct MergeSource {
 };
 
 struct MergeOptions {
-    bool isRaw = false;
+    bool isParsed = false;
+    bool locksRoot = false;
     IfShort ifShort = IfShort::kFail;
     unsigned short frame = 1;
     unsigned int depth = 0;  // 0 for above all others
@@ -70,20 +72,12 @@ MergeSource ReadSource(const std::string& text, const MergeOptions& options) {
     return source;
 }
 
-/// The depth of a placement as it was loaded, parsed or raw; 0 for every other tag.
+/// The depth of a placement, parsed or not; 0 for every other tag.
 unsigned short DepthOf(VXSwfTag& tag) {
-    unsigned int offset = 0;
-    switch (tag.GetTagType()) {
-        case VXSwfTagFactory::TAG_PLACEOBJECT2:
-            offset = 1;
-            break;
-        case VXSwfTagFactory::TAG_PLACEOBJECT:
-        case VXSwfTagFactory::TAG_PLACEOBJECT3:
-            offset = 2;
-            break;
-        default:
-            return 0;
-    }
+    const unsigned int type = tag.GetTagType();
+    if (type == VXSwfTagFactory::TAG_REMOVEOBJECT || type == VXSwfTagFactory::TAG_REMOVEOBJECT2) return 0;
+    const unsigned int offset = VXCharacterIds::GetDepthOffset(type);
+    if (offset == VXCharacterIds::kNoDepth) return 0;
     VXBitStream body = tag.GetDataStream();
     unsigned short depth = 0;
     if (body.SetPosition(offset) != 0)
@@ -100,15 +94,21 @@ std::set<unsigned int> UsedDepths(const VXFlintFile& movie) {
     return depths;
 }
 
-ExitCode Merge(const MergeOptions& options) {
-    VXFlintFile movie;
-    if (const ExitCode code = LoadMovie(options.destination, options.isRaw, options.ifShort, movie);
-        code != kDone) {
-        return code;
-    }
-    if (movie.GetNumShowFrameTags() < options.frame) {
+/// Whether a sprite can go into the frame at the depth. What speaks against it has been reported.
+ExitCode CheckPlace(const MergeOptions& options, unsigned int numFrames, const std::set<unsigned int>& used,
+                    unsigned int depth) {
+    if (numFrames < options.frame)
         return ReportUnusable(options.destination, "has no frame " + std::to_string(options.frame));
-    }
+    if (depth > kTopDepth) return ReportUnusable(options.destination, "has no depth left above its own");
+    if (used.contains(depth))
+        return ReportUnusable(options.destination, "has something at depth " + std::to_string(depth));
+    return kDone;
+}
+
+ExitCode MergeParsed(const MergeOptions& options) {
+    VXFlintFile movie;
+    if (const ExitCode code = LoadMovie(options.destination, false, options.ifShort, movie); code != kDone)
+        return code;
     const std::set<unsigned int> used = UsedDepths(movie);
     const unsigned int highest = used.empty() ? 0 : *used.rbegin();
     unsigned int depth = options.depth != 0 ? options.depth : highest + 1;
@@ -116,14 +116,13 @@ ExitCode Merge(const MergeOptions& options) {
     std::map<VXString, VXSwfExportAssetsTag*> exports;
     for (const std::string& text : options.sources) {
         const MergeSource merged = ReadSource(text, options);
-        if (depth > kTopDepth) return ReportUnusable(options.destination, "has no depth left above its own");
-        if (used.contains(depth))
-            return ReportUnusable(options.destination, "has something at depth " + std::to_string(depth));
-        VXFlintFile source;
-        if (const ExitCode code = LoadMovie(merged.file, options.isRaw, options.ifShort, source);
+        if (const ExitCode code = CheckPlace(options, movie.GetNumShowFrameTags(), used, depth);
             code != kDone) {
             return code;
         }
+        VXFlintFile source;
+        if (const ExitCode code = LoadMovie(merged.file, false, options.ifShort, source); code != kDone)
+            return code;
         short hasFreeCharacter = 0;
         VXSwfDefineSpriteTag* sprite = movie.IncludeTagSetAsSprite(&source, options.frame, &generator,
                                                                    &exports, 1, &hasFreeCharacter, 0, 1);
@@ -133,6 +132,52 @@ ExitCode Merge(const MergeOptions& options) {
             return ReportFailure(merged.file, "cannot be merged");
         }
         ++depth;
+    }
+    return SaveMovie(movie, options.out);
+}
+
+/// The source as plain bytes, with `bytes` at their start.
+ExitCode LoadSource(const std::string& file, IfShort ifShort, VXBitStream& bytes) {
+    VXWholeMovie source;
+    if (const ExitCode code = LoadWholeMovie(file, ifShort, source); code != kDone) return code;
+    source.SetPacking(VXWholeMovie::Packing::kNone);
+    if (source.DumpToStream(bytes) != kVXSuccess) return ReportFailure(file, source.GetErrorText());
+    bytes.SetPosition(0);
+    return kDone;
+}
+
+ExitCode Merge(const MergeOptions& options) {
+    if (options.isParsed) return MergeParsed(options);
+    VXWholeMovie movie;
+    if (const ExitCode code = LoadWholeMovie(options.destination, options.ifShort, movie); code != kDone)
+        return code;
+    // Where a movie ends without a ShowFrame tag, what stands there gets one.
+    const unsigned int numFrames = std::max(movie.GetNumShowFrameTags(), 1u);
+    const std::set<unsigned int> used = UsedDepths(movie);
+    VXMovieCombiner combiner(movie);
+    VXMovieCombiner::Options place;
+    place.Frame = options.frame;
+    place.LocksRoot = options.locksRoot;
+    place.TakesCutSource = options.ifShort == IfShort::kNote;
+    unsigned int depth = options.depth;
+    for (const std::string& text : options.sources) {
+        const MergeSource merged = ReadSource(text, options);
+        if (const ExitCode code = CheckPlace(options, numFrames, used, depth); code != kDone) return code;
+        VXBitStream source;
+        if (const ExitCode code = LoadSource(merged.file, options.ifShort, source); code != kDone)
+            return code;
+        place.Name = VXString(merged.name.c_str());
+        place.Matrix.TranslateX = merged.position.x;
+        place.Matrix.TranslateY = merged.position.y;
+        place.Depth = static_cast<unsigned short>(depth);
+        if (combiner.Combine(source, place) != kVXSuccess)
+            return ReportFailure(merged.file, combiner.GetErrorText());
+        if (!combiner.GetRemarks().empty()) ReportNote(merged.file, combiner.GetRemarks());
+        if (combiner.HasRaisedVersion()) {
+            ReportNote(merged.file, "makes the result a movie of version " +
+                                        std::to_string(static_cast<unsigned int>(movie.GetFlintVersion())));
+        }
+        if (depth != 0) ++depth;
     }
     return SaveMovie(movie, options.out);
 }
@@ -153,7 +198,9 @@ void AddMergeCommand(CLI::App& app, ExitCode& exitCode) {
     command->add_option("--depth", options->depth, "The depth of the first, from 1; each next lies one above")
         ->check(CLI::Range(1, 65534))
         ->type_name("N");
-    command->add_flag("--raw", options->isRaw, "Parse placements, sprites and file attributes alone");
+    CLI::Option* lockRoot =
+        command->add_flag("--lock-root", options->locksRoot, "Scripts of a source see it as their _root");
+    AddParsed(*command, options->isParsed)->excludes(lockRoot);
     AddKeepGoing(*command, options->ifShort);
     command->add_option("DEST", options->destination, "The movie; - for standard input")->required();
     // One list, since a list in front of another argument would leave nothing for that.

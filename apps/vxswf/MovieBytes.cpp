@@ -130,9 +130,9 @@ std::optional<FramedTag> TagFrames::Next() {
 }
 
 std::string RefuseSignature(ByteSpan bytes) {
-    if (bytes.size() < 3 || bytes[1] != 'W' || bytes[2] != 'S') return "is not an SWF movie";
-    if (bytes[0] == 'Z') return "is compressed with LZMA (ZWS), which this build cannot read";
-    return bytes[0] == 'F' || bytes[0] == 'C' ? "" : "is not an SWF movie";
+    const bool isMovie = bytes.size() >= 3 && (bytes[0] == 'F' || bytes[0] == 'C' || bytes[0] == 'Z') &&
+                         bytes[1] == 'W' && bytes[2] == 'S';
+    return isMovie ? "" : "is not an SWF movie";
 }
 
 bool InflateTo(ByteSpan deflated, std::size_t longest, std::vector<unsigned char>& bytes, bool& isDamaged) {
@@ -174,6 +174,8 @@ std::string MovieBytes::Inflate(ByteSpan deflated) {
 
 std::string MovieBytes::Open(std::vector<unsigned char> file) {
     if (std::string refusal = RefuseSignature(file); !refusal.empty()) return refusal;
+    if (file[0] == 'Z')
+        return "is compressed with LZMA (ZWS), which copy turns into a plain movie with --plain";
     ByteReader head(file);
     head.Take(4);
     m_StatedLength = head.U32();

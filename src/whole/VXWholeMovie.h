@@ -73,6 +73,8 @@ public:
     /// The same in the list of a sprite of this movie.
     VXErrorCodeEnum Parse(VXSwfTagSet& set, TagIter place);
 
+    /// Of the last load, unpacked. `GetFileLength` is then what the header states.
+    unsigned int GetLoadedLength() const { return m_CameLength; }
     /// Why the last load, dump or parse failed; empty when it did not.
     const std::string& GetErrorText() const { return m_ErrorText; }
     /// What the tail has beside an end tag, or lacks; empty for most movies.

@@ -33,7 +33,7 @@ Bytes Movie() {
 /// A character, and a placement of it at a depth in the only frame.
 Bytes MovieOfDepth(unsigned char depth) {
     const Bytes placement = Join({Hex("02"), Bytes{depth}, Hex("00 01 00")});
-    return MovieBytes(8, Join({TagBytes(46, Hex("01 00 EE")), TagBytes(26, placement), TagBytes(1, {})}));
+    return MovieBytes(8, Join({TagBytes(60, Hex("01 00 EE")), TagBytes(26, placement), TagBytes(1, {})}));
 }
 
 /// Leaves types and depths of a listing.
@@ -165,8 +165,10 @@ TEST_F(Command, ErrorsSayWhatIsWrongAndWhere) {
     ExpectRuns({{"vxswf copy --compress a.swf c.swf && head -c 50 c.swf >cut.swf"},
                 {"vxswf info short.swf >out", 0, "short.swf: ends at byte 60 of the 128 that .+"},
                 {"vxswf copy short.swf o.swf", 1, "short.swf: ends at byte 60 of the 128 that .+"},
-                {"vxswf copy --keep-going short.swf o.swf", 0, "short.swf: ends .+"},
+                {"vxswf copy --keep-going short.swf o.swf; cmp short.swf o.swf", 0, "short.swf: ends .+"},
+                {"vxswf copy --parsed --keep-going short.swf o.swf", 0, "short.swf: ends .+"},
                 {"vxswf copy --keep-going cut.swf p.swf", 0, "cut.swf: ends at byte .+"},
+                {"vxswf copy --parsed --keep-going p.swf p.swf", 0, "p.swf: ends at byte .+"},
                 {"vxswf info o.swf p.swf | grep -c SPRITE | grep -q 2"},
                 {"vxswf info z.swf", 1, "z.swf: is compressed with LZMA \\(ZWS\\), which .+"},
                 {"vxswf info bad.swf", 1, "bad.swf: is damaged inside tag 1, DefineShape\\(2\\), at byte 21"},
@@ -236,13 +238,20 @@ TEST_F(Command, ExtractTakesOutWhatMoviesHold) {
           "l/binary/.+: Not a directory"}});
 }
 
-TEST_F(Command, CopyKeepsOrChangesTheSignatureAndWithRawTheRest) {
+TEST_F(Command, CopyKeepsOrChangesTheSignatureAndParsedTheRest) {
     const Bytes sounds = Repeat(10, 0);                                      // of a button, none
     Write("b.swf", MovieBytes(8, TagBytes(17, Join({sounds, Hex("FF")}))));  // a byte too many
     ExpectRuns({{"vxswf copy a.swf same.swf && vxswf copy --compress a.swf c.swf && vxswf copy c.swf c2.swf"},
-                {"vxswf copy --raw --plain c.swf p.swf"},
-                {"vxswf copy --raw b.swf raw.swf && cmp b.swf raw.swf && vxswf copy b.swf b.swf"}});
+                {"vxswf copy --level 0 --compress a.swf 0.swf && vxswf copy --parsed --plain 0.swf p.swf"},
+                {"vxswf copy b.swf w.swf && cmp b.swf w.swf && vxswf copy --parsed b.swf b.swf"}});
+    if (VXWholeMovie::HasLzma()) {
+        ExpectRuns(
+            {{"vxswf copy --lzma c.swf z.swf && vxswf copy z.swf z2.swf && cmp z.swf z2.swf"},
+             {"vxswf copy --parsed z.swf o.swf", 1, "z.swf: is compressed with LZMA \\(ZWS\\), which .+"},
+             {"vxswf copy --plain z2.swf p.swf"}});
+    }
     ExpectMovies({"same.swf", "p.swf"});
+    EXPECT_GT(ReadFile(At("0.swf")).size(), Movie().size());
     EXPECT_EQ(ReadFile(At("c.swf"))[0], 'C');
     EXPECT_LT(ReadFile(At("c.swf")).size(), Movie().size());
     EXPECT_EQ(ReadFile(At("c2.swf")), ReadFile(At("c.swf")));
@@ -361,16 +370,19 @@ TEST_F(Command, AFailureLeavesTheOldFileAndNothingElse) {
     Write("full.swf", MovieBytes(8, Join({TagBytes(26, Hex("02 FF FF 01 00")), TagBytes(1, {})})));
     Write("old.swf", old);
     const std::set<std::string> names = Names();
-    ExpectRuns({{"vxswf copy cut.swf old.swf", 1, "cut.swf: ends at byte 8 of the 65535 .+"},
-                {"vxswf copy . old.swf", 2, "\\.: Is a directory"},
-                {"ulimit -f 100; vxswf copy large.swf old.swf", 2, "old.swf: File too large"},
-                {"ulimit -f 100; vxswf copy --compress large.swf old.swf", 2, "old.swf: .+: File too large"},
-                {"vxswf copy a.swf gone/new.swf", 2, "gone/new.swf: No such file or directory"},
-                {"vxswf merge --frame 2 d.swf d.swf old.swf", 2, "d.swf: has no frame 2"},
-                {"vxswf merge --depth 5 d.swf d.swf old.swf", 2, "d.swf: has something at depth 5"},
-                {"vxswf merge full.swf d.swf old.swf", 2, "full.swf: has no depth left above its own"},
-                {"vxswf merge d.swf d.swf cut.swf new.swf", 1, "cut.swf: ends at byte 8 of the 65535 .+"},
-                {"vxswf demo --png old.swf old.swf", 2, "old.swf: is no PNG: .+"}});
+    ExpectRuns(
+        {{"vxswf copy cut.swf old.swf", 1, "cut.swf: ends at byte 8 of the 65535 .+"},
+         {"vxswf copy . old.swf", 2, "\\.: Is a directory"},
+         {"ulimit -f 100; vxswf copy large.swf old.swf", 2, "old.swf: File too large"},
+         {"ulimit -f 100; vxswf copy --parsed --compress large.swf old.swf", 2,
+          "old.swf: .+: File too large"},
+         {"vxswf copy a.swf gone/new.swf", 2, "gone/new.swf: No such file or directory"},
+         {"vxswf merge --frame 2 d.swf d.swf old.swf", 2, "d.swf: has no frame 2"},
+         {"vxswf merge --depth 5 d.swf d.swf old.swf", 2, "d.swf: has something at depth 5"},
+         {"vxswf merge full.swf d.swf old.swf", 1, "d.swf: no depth is left above all others"},
+         {"vxswf merge --parsed full.swf d.swf old.swf", 2, "full.swf: has no depth left above its own"},
+         {"vxswf merge d.swf d.swf cut.swf new.swf", 1, "cut.swf: ends at byte 8 of the 65535 .+"},
+         {"vxswf demo --png old.swf old.swf", 2, "old.swf: is no PNG: .+"}});
     EXPECT_EQ(ReadFile(At("old.swf")), old);
     EXPECT_EQ(Names(), names);
 }
@@ -378,13 +390,12 @@ TEST_F(Command, AFailureLeavesTheOldFileAndNothingElse) {
 TEST_F(Command, MergePlacesEachSourceOnTop) {
     Write("d.swf", MovieOfDepth(5));
     Write("s.swf", MovieOfDepth(1));
-    const char* once = "(46)(26)wDepth=5(46)(39)(26)wDepth=101(1)(26)wDepth=6(1)";
     for (const auto& [line, tags] :
-         {std::pair("d.swf s.swf o.swf", once), std::pair("--raw d.swf s.swf o.swf", once),
+         {std::pair("d.swf s.swf o.swf", "(60)(39)(26)wDepth=1(1)(26)wDepth=6(60)(26)wDepth=5(1)"),
           std::pair("--depth 9 d.swf s.swf:n@1,2 o.swf",
-                    "(46)(26)wDepth=5(46)(39)(26)wDepth=101(1)(26)wDepth=9(1)"),
-          std::pair("--name n --at -5,10 d.swf s.swf d.swf o.swf",
-                    "(46)(26)wDepth=5(46)(39)(26)wDepth=101(1)(26)wDepth=6(46)(39)(26)wDepth=105(1)(26)"
+                    "(60)(39)(26)wDepth=1(1)(26)wDepth=9(60)(26)wDepth=5(1)"),
+          std::pair("--parsed --name n --at -5,10 d.swf s.swf d.swf o.swf",
+                    "(60)(26)wDepth=5(60)(39)(26)wDepth=101(1)(26)wDepth=6(60)(39)(26)wDepth=105(1)(26)"
                     "wDepth=7(1)")}) {
         const Result result = Run("vxswf merge " + std::string(line) + " && vxswf info o.swf" + kTypes);
         EXPECT_EQ(result.out, tags) << result.err;
@@ -396,7 +407,7 @@ TEST_F(Command, MergePlacesEachSourceOnTop) {
 #ifdef VX_HAVE_TYPE_ENGINE  // without fonts there is no such movie
 
 TEST_F(Command, DemoHasATagOfEveryClassAndComesBackAsItIs) {
-    ExpectRun("vxswf demo - >d.swf && vxswf copy --raw --plain d.swf r.swf && vxswf copy r.swf p.swf");
+    ExpectRun("vxswf demo - >d.swf && vxswf copy --plain d.swf r.swf && vxswf copy --parsed r.swf p.swf");
     EXPECT_EQ(ReadFile(At("d.swf"))[0], 'C');
     // What this library writes is what it would write again, but for where five buttons have their
     // conditions.

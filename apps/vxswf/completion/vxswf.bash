@@ -14,7 +14,7 @@ _vxswf() {
 
     COMPREPLY=()
     case $command:$previous in
-        merge:--frame | merge:--name | merge:--at | merge:--depth) return ;;
+        copy:--level | merge:--frame | merge:--name | merge:--at | merge:--depth) return ;;
         extract:--only)
             COMPREPLY=($(compgen -W 'binary fonts pictures scripts sounds texts' -- "$current"))
             ;;
@@ -31,8 +31,8 @@ _vxswf() {
             case $command in
                 info) options='--raw --json --tree --help' ;;
                 extract) options='--only --help' ;;
-                copy) options='--raw --compress --plain --keep-going --help' ;;
-                merge) options='--frame --name --at --depth --raw --keep-going --help' ;;
+                copy) options='--compress --plain --lzma --level --parsed --keep-going --help' ;;
+                merge) options='--frame --name --at --depth --lock-root --parsed --keep-going --help' ;;
                 demo) options='--font --jpeg --png --mp3 --help' ;;
                 *) options='--help --version' ;;
             esac
