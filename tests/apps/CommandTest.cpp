@@ -1,7 +1,6 @@
 #include <png.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
 #include <filesystem>
 #include <nlohmann/json.hpp>
 

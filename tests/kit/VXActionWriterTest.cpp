@@ -1,8 +1,4 @@
-#include "kit/VXActionWriter.h"
-
-#include <gtest/gtest.h>
-
-#include "support/TagSweep.h"
+#include "support/Test.h"
 
 namespace {
 

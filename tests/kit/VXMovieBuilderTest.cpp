@@ -1,12 +1,6 @@
-#include "kit/VXMovieBuilder.h"
-
-#include <gtest/gtest.h>
-
 #include <typeinfo>
-#include <utility>
 
-#include "kit/VXInstalledFonts.h"
-#include "support/TagSets.h"
+#include "support/Test.h"
 
 namespace {
 

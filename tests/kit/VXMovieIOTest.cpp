@@ -1,16 +1,8 @@
-#include "kit/VXMovieIO.h"
-
-#include <gtest/gtest.h>
 #include <stdlib.h>
 #include <unistd.h>
-
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
-#include "kit/VXVersion.h"
-#include "support/SilentAsserts.h"
-#include "support/TagSets.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,11 +1,5 @@
-#include "kit/VXScriptReplacer.h"
-
-#include <gtest/gtest.h>
-
 #include "support/GoldenMovie.h"
-#include "support/SilentAsserts.h"
-#include "support/TagSets.h"
-#include "whole/VXWholeMovie.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,20 +1,9 @@
-#include "whole/VXMovieCombiner.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <ranges>
-#include <set>
 
 #include "support/GoldenMovie.h"
-#include "support/SilentAsserts.h"
-#include "support/TagSets.h"
+#include "support/Test.h"
 #include "whole/TagMatcher.h"
-#include "whole/VXWholeMovie.h"
 
 namespace {
 

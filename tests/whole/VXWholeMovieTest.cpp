@@ -1,15 +1,5 @@
-#include "whole/VXWholeMovie.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <iterator>
-
 #include "support/GoldenMovie.h"
-#include "support/SilentAsserts.h"
-#include "support/TagSets.h"
-#include "text/VXSwfDefineEditTextTag.h"
-#include "timeline/VXSwfDefineSpriteTag.h"
+#include "support/Test.h"
 
 namespace {
 
