@@ -95,7 +95,7 @@ VXSwfDefineTextTag* VXMovieBuilder::DefineText(const std::vector<VXTextRun>& run
         VXSwfDefineFont2Tag* font = GetFont(style);
         if (font == nullptr) return nullptr;
         Ruler ruler(style);
-        const auto begin = [&] {
+        const auto begin = [&lines, font, &style = style] {
             lines.back().pieces.push_back({&style, font, {}, {}});
             lines.back().size = std::max(lines.back().size, style.size);
         };

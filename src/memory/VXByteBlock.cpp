@@ -96,6 +96,7 @@ VXByteBlock::VXByteBlock(const VXByteBlock& other) noexcept : m_Head(other.m_Hea
     if (m_Head != nullptr) m_Head->holders.fetch_add(1, std::memory_order_relaxed);
 }
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the new holder is counted before the old one drops
 VXByteBlock& VXByteBlock::operator=(const VXByteBlock& other) noexcept {
     if (other.m_Head != nullptr) other.m_Head->holders.fetch_add(1, std::memory_order_relaxed);
     Drop();

@@ -6,6 +6,7 @@ VXReal FromByte(unsigned int word, int shift) { return static_cast<VXReal>((word
 
 unsigned int ToByte(VXReal component) {
     if (!(component > 0.0)) return 0;  // takes in what is not a number
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): never negative
     return component < 1.0 ? static_cast<unsigned int>(component * 255.0 + 0.5) : 255;
 }
 

@@ -124,7 +124,7 @@ void VXFlintActionRecords::PushActionRecord(VXFlintActionRecord* record) {
     std::unique_ptr<VXFlintActionRecord, decltype(drop)> hold(record, drop);
     Unpack();
     m_Records.push_back(record);
-    hold.release();
+    static_cast<void>(hold.release());
 }
 
 void VXFlintActionRecords::Copy(const VXFlintActionRecords& source, short beforeEnd) {

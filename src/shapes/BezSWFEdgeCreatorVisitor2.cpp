@@ -31,7 +31,7 @@ double Quadratic::Length() const {
     double length = 0.0;
     Point previous = start;
     for (int i = 1; i <= 100; ++i) {
-        const Point sample = At(i / 100);
+        const Point sample = At(i / 100);  // NOLINT(bugprone-integer-division)
         const Point delta = sample - previous;
         length += std::sqrt(delta.x * delta.x + delta.y * delta.y);
         previous = sample;

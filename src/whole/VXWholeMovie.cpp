@@ -100,6 +100,7 @@ VXErrorCodeEnum VXWholeMovie::Load(VXBitStream& in) {
     const unsigned int given = in.GetRemaining();
     const unsigned int start = in.GetPosition();
     const unsigned char* header = Here(in);
+    // NOLINTNEXTLINE(bugprone-not-null-terminated-result): a search among three bytes
     if (given < 3 || std::memchr("FCZ", header[0], 3) == nullptr || header[1] != 'W' || header[2] != 'S') {
         return Fail("not an SWF movie");
     }
