@@ -39,7 +39,7 @@ VXErrorCodeEnum Visit(unsigned int type, Bytes& body, Places& places, bool isCha
 bool MayPlaceImage(unsigned int type, const Bytes& body) {
     if (type == 70 || type == 94) return body.size() > 1 && (body[1] & 0x18) == 0x10;
     for (std::size_t i = 1; type == 39 && i < body.size(); ++i) {
-        const unsigned int inner = (body[i - 1] | body[i] << 8) >> 6;
+        const unsigned int inner = (body[i - 1] | static_cast<unsigned int>(body[i]) << 8) >> 6;
         if (inner == 70 || inner == 94) return true;
     }
     return false;

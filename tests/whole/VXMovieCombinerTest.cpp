@@ -1,5 +1,4 @@
 #include <filesystem>
-#include <ranges>
 
 #include "support/GoldenMovie.h"
 #include "support/Test.h"
@@ -254,7 +253,8 @@ std::vector<string> FaultsOf(const Bytes& movie, const Bytes& source) {
     std::erase_if(found, isPicture);
     std::erase_if(wanted, isPicture);
     // The last sprite is the new one, and the last tag its placement.
-    const auto sprite = std::ranges::find(found | std::views::reverse, 39u, &TagView::type).base();
+    const auto sprite =
+        std::find_if(found.rbegin(), found.rend(), [](const TagView& tag) { return tag.type == 39; }).base();
     const TagViews front(found.begin(), sprite);
     const TagViews behind(sprite, found.end());
     const TagViews inside = TagsOfSprite(front.back());
