@@ -160,18 +160,6 @@ VXByteView::VXByteView(const VXByteView& other) noexcept
     Hold();
 }
 
-VXByteView::VXByteView(VXByteView&& other) noexcept
-    : m_Head(std::exchange(other.m_Head, nullptr)),
-      m_Offset(std::exchange(other.m_Offset, 0)),
-      m_Size(std::exchange(other.m_Size, 0)) {}
-
-VXByteView& VXByteView::operator=(VXByteView other) noexcept {
-    std::swap(m_Head, other.m_Head);
-    std::swap(m_Offset, other.m_Offset);
-    std::swap(m_Size, other.m_Size);
-    return *this;
-}
-
 VXByteView VXByteView::TakeOver(unsigned char* buffer, unsigned int size, unsigned int reserved) {
     Buffer* made = Buffer::Make(buffer, size, false);
     made->reserved = reserved;
@@ -220,7 +208,6 @@ void VXByteView::Hold() const noexcept {
 }
 
 void VXByteView::Drop() noexcept {
-    if (m_Head == nullptr) return;
     if (m_Head->Is(Head::kBuffer)) {
         static_cast<Buffer*>(m_Head)->Drop(m_Offset, m_Size);
     } else if (m_Head->Leave()) {

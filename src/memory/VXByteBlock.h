@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <utility>
 
 #include "platform/VXExport.h"
 
@@ -58,9 +59,19 @@ public:
     VXByteView() = default;
     explicit VXByteView(VXByteBlock block) noexcept;
     VXByteView(const VXByteView& other) noexcept;
-    VXByteView(VXByteView&& other) noexcept;
-    VXByteView& operator=(VXByteView other) noexcept;
-    ~VXByteView() { Drop(); }
+    VXByteView(VXByteView&& other) noexcept
+        : m_Head(std::exchange(other.m_Head, nullptr)),
+          m_Offset(std::exchange(other.m_Offset, 0)),
+          m_Size(std::exchange(other.m_Size, 0)) {}
+    VXByteView& operator=(VXByteView other) noexcept {
+        std::swap(m_Head, other.m_Head);
+        std::swap(m_Offset, other.m_Offset);
+        std::swap(m_Size, other.m_Size);
+        return *this;
+    }
+    ~VXByteView() {
+        if (m_Head != nullptr) Drop();
+    }
 
     /// The whole of a buffer that `VXPool::Resize` gave for `reserved` bytes, which the views own from now on;
     /// the caller keeps it when this throws. `size` is not 0.
