@@ -166,7 +166,7 @@ ExitCode Info(const InfoOptions& options) {
         } else {
             List(file, movie, options.isTree);
         }
-        // A reader that has seen enough is none to complain to.
+        // EPIPE is no error for a listing.
         if (!std::cout.flush()) return errno == EPIPE ? worst : ReportUnusable(kStandardStream);
     }
     return worst;

@@ -279,7 +279,7 @@ VXBitStream VXSwfTag::GetDataStream() {
     VXBitStream stream;
     const unsigned char* data = GetData();
     unsigned int size = data == nullptr ? 0 : GetTagLen();
-    // The body may be shorter than its length says. What a host's own class gives instead is its own affair.
+    // The body may be shorter than its length says. A subclass's own buffer is trusted.
     const auto skipped = reinterpret_cast<std::uintptr_t>(data) - reinterpret_cast<std::uintptr_t>(GetBody());
     if (skipped <= GetBodySize()) size = std::min(size, GetBodySize() - static_cast<unsigned int>(skipped));
     stream.LoadFromAllocedMem(data, size);

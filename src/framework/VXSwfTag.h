@@ -152,8 +152,8 @@ private:
     unsigned int m_Holders : 27 = 0;       // entries of tag sets that have the tag; the last one deletes it
     unsigned int m_IsLent : 1 = 0;         // the body is a `Loan`
     unsigned int m_IsOwnBody : 1 = 0;      // nobody else looks at the body's bytes
-    unsigned int m_IsLongTag : 1 = 0;      // nothing but its being set is ever asked
-    unsigned int m_IsFromFactory : 1 = 0;  // and so of a class of this library, none of a host's
+    unsigned int m_IsLongTag : 1 = 0;      // only tested for non-zero
+    unsigned int m_IsFromFactory : 1 = 0;  // made by the factory, so never a host's class
     unsigned int m_HasFields : 1 = 1;      // clear for what the factory made to be carried as it comes
     short m_Parsing;
     unsigned char m_FLVersion = 0;
